@@ -1,0 +1,120 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# What every target of ours has in common: language, warnings, sanitizers, ccache, precompiled
+# headers, and the places in the build tree that mirror an installation.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+find_program(KELMO_CCACHE ccache)
+if(KELMO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  # The slack that ccache needs to cache users of a precompiled header.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      ${KELMO_CCACHE})
+endif()
+
+# The build tree is laid out as an installation is, so that everything finds its neighbours the same
+# way: bin/kelmo, lib/kelmo/*.so and *.qor, share/kelmo/qor_effect/...
+set(KELMO_PLUGIN_SUBDIR "${CMAKE_INSTALL_LIBDIR}/kelmo")
+set(KELMO_DATA_SUBDIR "${CMAKE_INSTALL_DATADIR}/kelmo")
+set(KELMO_BIN_DIR "${CMAKE_BINARY_DIR}/stage/${CMAKE_INSTALL_BINDIR}")
+set(KELMO_PLUGIN_DIR "${CMAKE_BINARY_DIR}/stage/${KELMO_PLUGIN_SUBDIR}")
+set(KELMO_DATA_DIR "${CMAKE_BINARY_DIR}/stage/${KELMO_DATA_SUBDIR}")
+
+add_library(kelmo_options INTERFACE)
+target_compile_options(kelmo_options INTERFACE -Wall -Wextra -Werror)
+target_include_directories(kelmo_options INTERFACE "${CMAKE_SOURCE_DIR}" "${CMAKE_SOURCE_DIR}/library")
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(kelmo_options INTERFACE -fpch-preprocess)
+endif()
+if(KELMO_SANITIZE)
+  target_compile_options(kelmo_options INTERFACE
+    -fsanitize=${KELMO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(kelmo_options INTERFACE -fsanitize=${KELMO_SANITIZE})
+endif()
+if(KELMO_FUZZ)
+  target_compile_options(kelmo_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# kelmo_room(NAME [OBJECT] [OPENCV] [LINK lib...]): a static (or object) library of all .cpp files of
+# the current folder and its sub-folders. OPENCV puts OpenCV's core header into the precompiled header.
+function(kelmo_room name)
+  cmake_parse_arguments(ARG "OBJECT;OPENCV" "" "LINK" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  if(NOT sources)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE kelmo_options ${ARG_LINK})
+    return()
+  endif()
+  if(ARG_OBJECT)
+    add_library(${name} OBJECT ${sources})
+  else()
+    add_library(${name} STATIC ${sources})
+  endif()
+  target_link_libraries(${name} PUBLIC kelmo_options ${ARG_LINK})
+  kelmo_precompile(${name} ${ARG_OPENCV})
+endfunction()
+
+function(kelmo_precompile name opencv)
+  target_precompile_headers(${name} PRIVATE
+    <algorithm> <cstdint> <functional> <map> <memory> <string> <vector>)
+  if(opencv)
+    target_precompile_headers(${name} PRIVATE <opencv2/core.hpp>)
+  endif()
+endfunction()
+
+# kelmo_test(NAME [THREADS] [LABELS l...] [LINK lib...]): one GoogleTest program of all .cpp files of
+# the current folder, registered with ctest. THREADS marks it for the ThreadSanitizer run.
+function(kelmo_test name)
+  cmake_parse_arguments(ARG "THREADS" "" "LINK;LABELS;ARGS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE kelmo_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
+  target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
+  target_compile_definitions(${name} PRIVATE
+    KELMO_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+    KELMO_BIN_DIR="${KELMO_BIN_DIR}"
+    KELMO_PLUGIN_DIR="${KELMO_PLUGIN_DIR}"
+    KELMO_DATA_DIR="${KELMO_DATA_DIR}"
+    KELMO_TEST_OUTPUT_DIR="${CMAKE_BINARY_DIR}/test-output")
+  add_test(NAME ${name} COMMAND ${name} ${ARG_ARGS})
+  set(labels ${ARG_LABELS})
+  if(ARG_THREADS)
+    list(APPEND labels threads)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900 LABELS "${labels}")
+  if(KELMO_TEST_ENVIRONMENT)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${KELMO_TEST_ENVIRONMENT}")
+  endif()
+endfunction()
+
+# kelmo_benchmark(NAME SOURCES s... [LINK lib...]): one Google Benchmark program.
+function(kelmo_benchmark name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE kelmo_options ${ARG_LINK} benchmark::benchmark benchmark::benchmark_main)
+  target_compile_definitions(${name} PRIVATE
+    KELMO_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+    KELMO_BIN_DIR="${KELMO_BIN_DIR}"
+    KELMO_PLUGIN_DIR="${KELMO_PLUGIN_DIR}"
+    KELMO_DATA_DIR="${KELMO_DATA_DIR}")
+endfunction()
+
+# kelmo_fuzz(NAME SOURCE [LINK lib...]): one libFuzzer program; its corpus is the folder corpus/NAME.
+function(kelmo_fuzz name source)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${source})
+  target_link_libraries(${name} PRIVATE kelmo_options ${ARG_LINK})
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+endfunction()
