@@ -71,6 +71,17 @@ function(kelmo_precompile name opencv)
   endif()
 endfunction()
 
+# Drivers and codecs outside our code keep memory until the process ends and are not instrumented for
+# ThreadSanitizer: the suppression files name them, never code of ours.
+if(KELMO_SANITIZE MATCHES "address")
+  set(KELMO_TEST_ENVIRONMENT
+    "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0"
+    "UBSAN_OPTIONS=print_stacktrace=1")
+elseif(KELMO_SANITIZE MATCHES "thread")
+  set(KELMO_TEST_ENVIRONMENT
+    "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/tsan.supp:ignore_noninstrumented_modules=1:halt_on_error=1")
+endif()
+
 # kelmo_test(NAME [THREADS] [LABELS l...] [LINK lib...]): one GoogleTest program of all .cpp files of
 # the current folder, registered with ctest. THREADS marks it for the ThreadSanitizer run.
 function(kelmo_test name)
@@ -99,10 +110,11 @@ function(kelmo_test name)
   endif()
 endfunction()
 
-# kelmo_benchmark(NAME SOURCES s... [LINK lib...]): one Google Benchmark program.
+# kelmo_benchmark(kelmo_bench_NAME SOURCES s... [LINK lib...]): one Google Benchmark program.
 function(kelmo_benchmark name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/benchmarks")
   target_link_libraries(${name} PRIVATE kelmo_options ${ARG_LINK} benchmark::benchmark benchmark::benchmark_main)
   target_compile_definitions(${name} PRIVATE
     KELMO_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
@@ -112,9 +124,14 @@ function(kelmo_benchmark name)
 endfunction()
 
 # kelmo_fuzz(NAME SOURCE [LINK lib...]): one libFuzzer program; its corpus is the folder corpus/NAME.
+if(KELMO_FUZZ)
+  add_custom_target(kelmo_fuzz_targets)
+endif()
 function(kelmo_fuzz name source)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${source})
   target_link_libraries(${name} PRIVATE kelmo_options ${ARG_LINK})
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/fuzz")
+  add_dependencies(kelmo_fuzz_targets ${name})
 endfunction()
