@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+/// GUIDs that more than one place speaks of: masters of whole families, and the filters that many
+/// effects use as their stages.
+namespace kelmo {
+
+/// Descriptions with this second class key are variants of the Astral master.
+inline constexpr const char* kAstralSubGuid = "Astral";
+
+inline constexpr const char* kAstralMasterGuid = "2BD0B96E-DCC2-7BFF-1263-0B14A9CFC1F6";
+inline constexpr const char* kStickerMasterGuid = "229F9594-88C7-47A1-A403-2197CEB05CA8";
+inline constexpr const char* kCornerPinGuid = "F8BB1068-4E41-4D33-A933-25AD3F2D2E86";
+
+/// The line renderers.
+inline constexpr const char* kBeamGuid = "4F345BBD-E420-1B6E-26D1-ADD11EF0A2E8";
+inline constexpr const char* kBeamWaveGuid = "1FA3FB64-25DD-E0CB-E4CD-F57F33EDD08C";
+inline constexpr const char* kBeamParticleDissipateGuid = "1CD27053-C217-4B49-9C64-211BF1641E0F";
+inline constexpr const char* kBeamParticleConvergeGuid = "930DB036-5B18-42CD-B8BF-FC6747C8CF40";
+inline constexpr const char* kBeamSineWaveGuid = "4C18CF6A-29D7-417B-8549-E619AB9828E6";
+inline constexpr const char* kBeam3DGuid = "0CA7BF5C-C3E5-4BF9-B32E-DDB6FA3D230B";
+/// Feathering.
+inline constexpr const char* kBeamEclosionGuid = "C64ECC4D-F39E-77BB-673E-F9B7387C49FD";
+/// The default look of the edge flow, and that of eyes and hands.
+inline constexpr const char* kEdgeFlowLookGuid = "A0C9415F-3BD6-8E5C-E553-BE076A275459";
+inline constexpr const char* kTrackedLookGuid = "14ECBC85-F9E7-DB9A-3733-17EE8240A8D6";
+
+inline constexpr const char* kFractalNoiseGuid = "D6545134-70B8-4E1A-8669-A11268EA325B";
+inline constexpr const char* kDualKawaseBlurGuid = "5FCCB3C4-83CA-446A-ACCA-08BAE84893D4";
+inline constexpr const char* kMotionBlurGuid = "1CB976CB-FDD7-4669-A06F-D3AFB3A58456";
+
+}  // namespace kelmo
