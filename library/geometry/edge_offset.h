@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <opencv2/core/types.hpp>
+#include <vector>
+
+#include "geometry/edge_core_info.h"
+#include "geometry/edge_extend_info.h"
+
+namespace kelmo {
+
+/// Moving the points of an outline along their mitres. All numbers are in the space of the points
+/// given; the functions keep no state and may run on any thread.
+///
+/// The offset is plain: nothing looks at the neighbouring edges, so an offset larger than the
+/// narrowest part of a shape makes the moved outline cross itself.
+
+/// `vector` at length 1, worked out in double precision; (0, 0) for a vector without length or with
+/// a coordinate that is not finite.
+cv::Point2f UnitVector(const cv::Point2f& vector);
+
+/// Where a corner between the unit directions `incoming` and `outgoing` goes for an offset of 1: to
+/// the point at distance 1 from both edges, on the right-hand side in a y-up system. That is into
+/// the material for clockwise outer contours and counter-clockwise holes. Straight runs give length
+/// 1, sharp corners grow without limit. A full reversal has no such point and gives (0, 0): the tip
+/// of a hairline stays where it is rather than shooting off.
+cv::Point2f OffsetDirection(const cv::Point2f& incoming, const cv::Point2f& outgoing);
+
+/// The offset direction of each point of a closed polyline; the result runs parallel to `points`.
+/// Points that repeat their neighbour take the direction of the corner that they stand for, so that
+/// they stay together; a polyline without any length gives (0, 0) throughout.
+std::vector<EdgeCoreInfo> OffsetDirections(const std::vector<cv::Point2f>& points);
+
+}  // namespace kelmo
