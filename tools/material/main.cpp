@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// kelmo-material: assembles the catalogue from its folders, and checks descriptions and shaders.
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "catalogue/description_check.h"
+#include "catalogue/filter_catalogue.h"
+#include "tools/material/assemble.h"
+#include "tools/material/shader_compiler.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace kelmo;
+
+constexpr const char* kUsage =
+    "usage: kelmo-material assemble RESOURCES\n"
+    "       kelmo-material check RESOURCES [--engine LIBRARY]\n"
+    "\n"
+    "assemble  writes RESOURCES/qor_effect/material/OpenGLFilter.conf from the folders below it\n"
+    "check     reads that catalogue, validates every description and compiles every shader\n";
+
+int Assemble(const std::string& resources) {
+    int entries = 0;
+    const std::string error = material::AssembleCatalogue(resources, entries);
+    if (!error.empty()) {
+        std::fprintf(stderr, "kelmo-material: %s\n", error.c_str());
+        return 1;
+    }
+    std::printf("%d filters assembled\n", entries);
+    return 0;
+}
+
+std::string ReadText(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// Parameters that no shader of the filter reads. Only for filters without a class of their own: a
+/// class may read a parameter on the CPU.
+std::vector<std::string> UnusedParams(const NLEFilterInfo& info) {
+    std::string source = ReadText(info.openglPath) + ReadText(info.vertexPath);
+    std::vector<std::string> unused;
+    for (int32_t i = 0; i < info.paramCount; ++i) {
+        const auto param = info.GetParam(i);
+        if (!param || param->type == kParamText || param->type == kParamPointer) continue;
+        const std::regex declaration("uniform\\s+\\w+\\s+" + param->name + "\\s*;");
+        if (!std::regex_search(source, declaration)) unused.push_back(param->name);
+    }
+    return unused;
+}
+
+int CheckAll(const std::string& resources, const std::string& enginePath) {
+    material::ShaderCompiler compiler;
+    const std::string error = compiler.Open(enginePath);
+    if (!error.empty()) {
+        std::fprintf(stderr, "kelmo-material: %s\n", error.c_str());
+        return 1;
+    }
+    FilterCatalogue catalogue;
+    LoadCatalogueInto(catalogue, resources);
+    int problems = 0;
+    for (const auto& info : catalogue.All()) {
+        const auto report = [&](const std::string& text) {
+            std::printf("%s (%s): %s\n", info->name.c_str(), info->guid.c_str(), text.c_str());
+            ++problems;
+        };
+        for (const auto& problem : CheckDescription(*info)) {
+            report(problem.key + ": " + problem.message);
+        }
+        for (const std::string& line : compiler.Compile(*info)) report(line);
+        if (info->typeName.empty() && info->subGuid.empty() && info->function == 0) {
+            for (const std::string& name : UnusedParams(*info)) {
+                report("no shader declares the parameter " + name);
+            }
+        }
+    }
+    std::printf("%zu filters checked, %d problems\n", catalogue.Count(), problems);
+    return problems == 0 && catalogue.Count() > 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.size() == 2 && args[0] == "assemble") return Assemble(args[1]);
+    if (args.size() >= 2 && args[0] == "check") {
+        const fs::path own = fs::absolute(fs::path(argv[0])).parent_path();
+        std::string engine =
+            (own / KELMO_RELATIVE_PLUGIN_DIR / "TZOpenGLEffectMgr-mesa.so").lexically_normal();
+        if (args.size() == 4 && args[2] == "--engine") engine = args[3];
+        return CheckAll(args[1], engine);
+    }
+    std::fputs(kUsage, stderr);
+    return 2;
+}
