@@ -8,10 +8,14 @@ void UploadGlobalTime(NLEOpenGLEngineEffect& engine, const FrameTime& time) {
     engine.SetUniformFloat("total_time", time.duration);
 }
 
-void UploadTime(NLEOpenGLEngineEffect& engine, const FrameTime& time) {
+void UploadTimeAndLength(NLEOpenGLEngineEffect& engine, const FrameTime& time) {
     UploadGlobalTime(engine, time);
     engine.SetUniformFloat("current_pos", time.position);
     engine.SetUniformFloat("total_len", time.duration);
+}
+
+void UploadTime(NLEOpenGLEngineEffect& engine, const FrameTime& time) {
+    UploadTimeAndLength(engine, time);
     engine.SetUniformFloat("frame_rate", time.rate);
 }
 

@@ -42,6 +42,8 @@ inline float CycleFraction(float value, float period) {
 
 /// Sends "global_time", "total_time", "current_pos", "total_len" and "frame_rate".
 void UploadTime(NLEOpenGLEngineEffect& engine, const FrameTime& time);
+/// The same without the last.
+void UploadTimeAndLength(NLEOpenGLEngineEffect& engine, const FrameTime& time);
 /// Sends the first two alone, which is all that most effects with passes of their own need.
 void UploadGlobalTime(NLEOpenGLEngineEffect& engine, const FrameTime& time);
 

@@ -44,17 +44,27 @@ void NLEOpenGLFilter::CloneParams() {
     }
 }
 
-int32_t NLEOpenGLFilter::CreateEffect(int32_t newWidth, int32_t newHeight, int32_t newStride) {
+bool NLEOpenGLFilter::MakeEngineEffect(int32_t newWidth, int32_t newHeight, int32_t newStride) {
     width = newWidth;
     height = newHeight;
     stride = newStride;
     engine.reset();
     NLEOpenGLEffectEngine* const maker = AcquireEffectEngine();
-    if (!maker) return kFilterFailed;
+    if (!maker) return false;
     maker->CreateEngineEffect(width, height, stride, engineFlag != 0, fragmentPath.c_str(), engine,
                               encrypt, info->hasVertex ? vertexPath.c_str() : "",
                               info->fragmentExterns, info->vertexExterns);
-    if (!engine) return kFilterFailed;
+    return engine != nullptr;
+}
+
+int32_t NLEOpenGLFilter::BuildProgram() {
+    if (engine->CreateProgram(engine) == 0) return kFilterOk;
+    LogError("kelmo:CreateEffect Create OpenGL Effect Failed: %s", info->name.c_str());
+    return kFilterFailed;
+}
+
+int32_t NLEOpenGLFilter::CreateEffect(int32_t newWidth, int32_t newHeight, int32_t newStride) {
+    if (!MakeEngineEffect(newWidth, newHeight, newStride)) return kFilterFailed;
 
     const std::size_t inputCount = FillInputs();
     InitParams();
@@ -65,11 +75,7 @@ int32_t NLEOpenGLFilter::CreateEffect(int32_t newWidth, int32_t newHeight, int32
     }
     DeclareCommonUniforms();
     DeclareParams(*engine, params);
-    if (engine->CreateProgram(engine) != 0) {
-        LogError("kelmo:CreateEffect Create OpenGL Effect Failed: %s", info->name.c_str());
-        return kFilterFailed;
-    }
-    return kFilterOk;
+    return BuildProgram();
 }
 
 std::size_t NLEOpenGLFilter::FillInputs() {
@@ -94,12 +100,16 @@ void NLEOpenGLFilter::DeclareInputs(std::size_t count) {
     }
 }
 
-void NLEOpenGLFilter::DeclareCommonUniforms() {
+void NLEOpenGLFilter::DeclareTimeUniforms() {
     engine->AddUniformFloat("global_time", 0.0F);
     engine->AddUniformFloat("total_time", 0.0F);
     engine->AddUniformFloat("fade", 1.0F);
     engine->AddUniformFloat("current_pos", 0.0F);
     engine->AddUniformFloat("total_len", 1.0F);
+}
+
+void NLEOpenGLFilter::DeclareCommonUniforms() {
+    DeclareTimeUniforms();
     engine->AddUniformFloat("frame_rate", kTicksPerSecond);
     // The whole frame: left, top, width, height.
     engine->AddUniformVec4("orig_roi", 0.0F, 0.0F, 1.0F, 1.0F);

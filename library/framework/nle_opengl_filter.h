@@ -140,6 +140,15 @@ public:
     void SetParent(NLEOpenGLFilter* owner) { parent = owner; }
 
 protected:
+    // --- steps of `CreateEffect`, for those who override it ---
+
+    /// Stores the size, drops an earlier engine object and asks for a new one. False without one.
+    bool MakeEngineEffect(int32_t newWidth, int32_t newHeight, int32_t newStride);
+    /// "global_time", "total_time", "fade", "current_pos" and "total_len".
+    void DeclareTimeUniforms();
+    /// Builds the shaders; logs and returns 1 when that fails.
+    int32_t BuildProgram();
+
     /// Renders into `out`; logs and returns 1 when that fails.
     int32_t RenderTo(FrameRecord& out);
     /// Renders a pass that stays in the engine, at the engine's size.
