@@ -15,6 +15,8 @@
 
 namespace kelmo {
 
+class NormalisedSpace;
+
 /// Outlines of what is to be extruded: read from the host's text or traced from a picture, cut
 /// into polylines, and the faces that `ContourFace` builds from them.
 ///
@@ -87,6 +89,10 @@ public:
     float m_MaxGroupSize = std::numeric_limits<float>::lowest();
     float m_SpareAngle = 0;  ///< degrees; always 0
     float m_TextAngle = 0;   ///< degrees, counter-clockwise; 0 for masks
+
+private:
+    void ReadDecoration(TextPath& textPath, const cv::Point2d& offset,
+                        const NormalisedSpace& space);
 };
 
 }  // namespace kelmo

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "geometry/contour_face.h"
+
+#include <algorithm>
+#include <opencv2/imgproc.hpp>
+
+#include "geometry/edge_offset.h"
+#include "geometry/face_triangulation.h"
+#include "platform/host_access.h"
+
+namespace kelmo {
+
+namespace {
+
+using Group = std::vector<Polyline>;
+
+/// Positive for clockwise contours (y up), that is for outer ones.
+float ClockwiseArea(const Polyline& points) {
+    float area = 0;
+    const size_t m = points.size();
+    for (size_t i = 0; i < m; ++i) {
+        const cv::Point2f& p = points[i];
+        const cv::Point2f& next = points[(i + 1) % m];
+        area += (next.y + p.y) * 0.5f * (next.x - p.x);
+    }
+    return area;
+}
+
+std::vector<cv::Point2f> GridPoints(const cv::Rect2f& box, int32_t rows, int32_t cols) {
+    std::vector<cv::Point2f> points;
+    for (int32_t i = 0; i < rows; ++i) {
+        for (int32_t j = 0; j < cols; ++j) {
+            points.emplace_back(box.x + i * box.width / rows, box.y + j * box.height / cols);
+        }
+    }
+    return points;
+}
+
+bool IsInside(const Polyline& contour, const cv::Point2f& point) {
+    return cv::pointPolygonTest(contour, point, false) > 0;
+}
+
+/// Moves the grid points inside `contour` to `points`. The point that follows a moved one is passed
+/// over: it stays for a later contour, and the inner points stay apart from each other.
+void TakeGridPoints(std::vector<cv::Point2f>& grid, const Polyline& contour,
+                    std::vector<cv::Point2f>& points) {
+    size_t kept = 0;
+    for (size_t i = 0; i < grid.size(); ++i) {
+        if (IsInside(contour, grid[i])) {
+            points.push_back(grid[i]);
+            if (++i == grid.size()) {
+                break;
+            }
+        }
+        grid[kept++] = grid[i];
+    }
+    grid.resize(kept);
+}
+
+void MakeClockwise(Triangle2f& t) {
+    if ((t.c.x - t.b.x) * (t.b.y - t.a.y) - (t.b.x - t.a.x) * (t.c.y - t.b.y) < 0) {
+        std::swap(t.a, t.b);
+    }
+}
+
+std::vector<Triangle2f> FillGroup(const Group& group, std::vector<cv::Point2f> grid) {
+    std::vector<const Polyline*> outers;
+    std::vector<const Polyline*> holes;
+    for (const Polyline& contour : group) {
+        if (!contour.empty()) {
+            (ClockwiseArea(contour) > 0 ? outers : holes).push_back(&contour);
+        }
+    }
+    std::vector<Triangle2f> triangles;
+    for (const Polyline* outer : outers) {
+        std::vector<cv::Point2f> points = *outer;
+        std::vector<const Polyline*> inner;
+        for (const Polyline* hole : holes) {
+            if (IsInside(*outer, hole->front())) {
+                points.insert(points.end(), hole->begin(), hole->end());
+                inner.push_back(hole);
+            }
+        }
+        TakeGridPoints(grid, *outer, points);
+        Triangulate(triangles, points, *outer, inner);
+    }
+    std::for_each(triangles.begin(), triangles.end(), MakeClockwise);
+    return triangles;
+}
+
+/// The smallest rotated rectangle around the group; its upright box counts for the sizes.
+cv::Rect2f MeasureGroup(Contours& contours, const std::vector<cv::Point2f>& points) {
+    if (points.empty()) {
+        contours.m_GroupRects.emplace_back();
+        return {};
+    }
+    contours.m_GroupRects.push_back(cv::minAreaRect(points));
+    const cv::Rect2f box = contours.m_GroupRects.back().boundingRect2f();
+    const float longer = std::max(box.width, box.height);
+    contours.m_MinGroupSize = std::min(contours.m_MinGroupSize, longer);
+    contours.m_MaxGroupSize = std::max(contours.m_MaxGroupSize, longer);
+    return box;
+}
+
+void ParseGroups(Contours& contours, bool grid, int32_t gridRows, int32_t gridCols) {
+    std::vector<cv::Point2f> all;
+    for (const Group& group : contours.m_Points) {
+        std::vector<cv::Point2f> points;
+        auto& cores = contours.m_EdgeCores.emplace_back();
+        for (const Polyline& contour : group) {
+            points.insert(points.end(), contour.begin(), contour.end());
+            cores.push_back(OffsetDirections(contour));
+        }
+        const cv::Rect2f box = MeasureGroup(contours, points);
+        all.insert(all.end(), points.begin(), points.end());
+        contours.m_Triangles.push_back(FillGroup(
+            group, grid ? GridPoints(box, gridRows, gridCols) : std::vector<cv::Point2f>()));
+    }
+    if (!all.empty()) {
+        contours.m_AllRect = cv::minAreaRect(all);
+    }
+}
+
+}  // namespace
+
+void ContourFace::ParseContours(Contours& contours, bool grid, int32_t gridRows,
+                                int32_t gridCols) const {
+    contours.m_Triangles.clear();
+    contours.m_GroupRects.clear();
+    contours.m_EdgeCores.clear();
+    contours.m_AllRect = cv::RotatedRect();
+    contours.m_MinGroupSize = std::numeric_limits<float>::max();
+    contours.m_MaxGroupSize = std::numeric_limits<float>::lowest();
+    try {
+        ParseGroups(contours, grid, gridRows, gridCols);
+    } catch (const cv::Exception& error) {
+        LogError("ParseContours error:%s", error.what());
+        contours.ClearDerived();
+    }
+}
+
+}  // namespace kelmo
