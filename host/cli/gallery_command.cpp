@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
+
+#include <fmt/format.h>
+
+#include "host/cli/command_line.h"
+#include "host/cli/contact_sheet.h"
+#include "host/cli/effect_json.h"
+#include "host/cli/interrupt.h"
+#include "host/cli/option_parsing.h"
+#include "host/cli/plugin_runtime.h"
+#include "host/cli/progress.h"
+#include "host/cli/render_plan.h"
+#include "host/media/media_reader.h"
+#include "host/media/media_writer.h"
+#include "host/session/effect_chain.h"
+#include "host/session/host_error.h"
+
+namespace kelmo::host {
+
+namespace {
+
+constexpr FrameRate kGalleryRate{25, 1};
+constexpr int64_t kFilterFrames = 50;
+constexpr int64_t kTransitionFrames = 25;
+
+struct GalleryOptions {
+    std::string output;
+    std::vector<std::string> inputs;
+    std::string tile = "240x135";
+    std::string type;
+    std::string search;
+    int columns = 0;
+    bool each = false;
+    bool onGpu = false;
+    bool json = false;
+};
+
+/// Pictures that lie with the material, for a gallery without inputs.
+std::vector<std::string> SamplePictures(const Installation& where) {
+    std::vector<std::string> found;
+    std::error_code error;
+    const std::filesystem::path folder = where.resources / "qor_effect" / "samples";
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        if (IsPicturePath(entry.path().string())) found.push_back(entry.path().string());
+    }
+    std::sort(found.begin(), found.end());
+    if (found.size() > 2) found.resize(2);
+    return found;
+}
+
+Picture ReadPicture(const std::string& path, PixelSize size) {
+    ReaderOptions options;
+    options.width = size.width;
+    options.height = size.height;
+    const auto reader = MediaReader::Open(path, options);
+    Picture picture;
+    // The middle of a clip says more than its often black beginning.
+    reader->ReadFrameAt(reader->Info().still ? 0 : reader->Info().duration / 2, picture);
+    return picture;
+}
+
+Picture Mirrored(const Picture& picture) {
+    Picture mirrored = picture;
+    for (int y = 0; y < picture.height; ++y) {
+        const auto* from = reinterpret_cast<const uint32_t*>(picture.Row(y));
+        std::reverse_copy(from, from + picture.width, reinterpret_cast<uint32_t*>(mirrored.Row(y)));
+    }
+    return mirrored;
+}
+
+/// A name that is a file name everywhere.
+std::string FileName(const EffectDescription& effect) {
+    std::string name;
+    for (const char c : effect.name) {
+        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                           (c >= '0' && c <= '9') || c == '-' || c == '_';
+        name += plain ? c : '_';
+    }
+    return name + "_" + effect.guid.substr(0, 8) + ".png";
+}
+
+void WritePicture(const std::string& path, const Picture& picture) {
+    WriterOptions options;
+    options.width = picture.width;
+    options.height = picture.height;
+    options.keepAlpha = true;
+    const auto writer = MediaWriter::Open(path, options);
+    writer->WriteFrame(picture);
+    writer->Finish();
+}
+
+class Gallery {
+public:
+    Gallery(CommandLine& commandLine, const GalleryOptions& galleryOptions)
+        : line(commandLine),
+          options(galleryOptions),
+          runtime(line.Where(), line.console, options.onGpu) {}
+
+    int Run() {
+        ReadInputs();
+        Choose();
+        const int columns = options.columns > 0
+                                ? options.columns
+                                : ContactSheet::GoodColumns(static_cast<int>(chosen.size()),
+                                                            size.width, size.height);
+        ContactSheet sheet(static_cast<int>(chosen.size()), columns, size.width, size.height);
+        MakeFolder();
+        CatchInterrupts();
+        {
+            Progress progress(line.console, "effects", static_cast<int64_t>(chosen.size()));
+            for (const EffectDescription* effect : chosen) {
+                if (Interrupted()) return kExitInterrupted;
+                AddTile(*effect, sheet);
+                progress.Update(progress.Done() + 1);
+            }
+        }
+        WritePicture(sheetPath, sheet.Sheet());
+        return Report();
+    }
+
+private:
+    void ReadInputs() {
+        size = *SizeOption("--tile", options.tile);
+        std::vector<std::string> inputs = options.inputs;
+        if (inputs.empty()) inputs = SamplePictures(line.Where());
+        if (inputs.empty()) {
+            throw UsageError("say which picture the effects are shown on: -i PICTURE");
+        }
+        if (inputs.size() > 2) throw UsageError("a gallery takes two inputs at most");
+        first = ReadPicture(inputs[0], size);
+        second = inputs.size() > 1 ? ReadPicture(inputs[1], size) : Mirrored(first);
+    }
+
+    void Choose() {
+        const std::string word = LowerCase(options.search);
+        for (const EffectDescription& effect : runtime.Effects().Effects()) {
+            if (!options.type.empty() && options.type != TypeName(effect.Type())) continue;
+            if (LowerCase(effect.name).find(word) == std::string::npos) continue;
+            chosen.push_back(&effect);
+        }
+        if (chosen.empty()) throw HostError("no effect matches; `kelmo list` shows all");
+    }
+
+    void MakeFolder() {
+        const bool single = IsPicturePath(options.output);
+        folder = single ? std::filesystem::path(options.output).parent_path()
+                        : std::filesystem::path(options.output);
+        sheetPath = single ? options.output : (folder / "sheet.png").string();
+        std::error_code error;
+        if (!folder.empty()) std::filesystem::create_directories(folder, error);
+        if (error) {
+            throw HostError(
+                fmt::format("cannot make the folder {}: {}", folder.string(), error.message()));
+        }
+    }
+
+    /// The middle of the effect, drawn after all frames before it.
+    Picture Draw(const EffectDescription& effect) {
+        const bool transition = effect.Type() == EffectType::kTransition;
+        ChainLink link;
+        link.effect = &effect;
+        link.frames = transition ? kTransitionFrames : kFilterFrames;
+        std::vector<ChainLink> links = {std::move(link)};
+        EffectChain chain(runtime.Plugin(), runtime.Services(), std::move(links), size.width,
+                          size.height, kGalleryRate, options.onGpu);
+        const int64_t middle = (transition ? kTransitionFrames : kFilterFrames) / 2;
+        Picture output;
+        for (int64_t frame = 0; frame <= middle; ++frame) {
+            chain.Render(frame, first, transition ? &second : nullptr, {}, output);
+        }
+        return output;
+    }
+
+    void AddTile(const EffectDescription& effect, ContactSheet& sheet) {
+        nlohmann::ordered_json entry = EffectSummary(effect);
+        try {
+            const Picture picture = Draw(effect);
+            sheet.Add(picture, effect.name);
+            if (options.each) {
+                const std::string path = (folder / FileName(effect)).string();
+                WritePicture(path, picture);
+                entry["picture"] = path;
+            }
+        } catch (const std::exception& error) {
+            ++failed;
+            line.console.Warning(error.what());
+            entry["error"] = error.what();
+            Picture empty = first;
+            for (uint8_t& value : empty.pixels) value = static_cast<uint8_t>(value / 5);
+            sheet.Add(empty, "FAILED: " + effect.name);
+        }
+        entries.push_back(std::move(entry));
+    }
+
+    int Report() {
+        if (options.json) {
+            PrintJson({{"sheet", sheetPath}, {"failed", failed}, {"effects", entries}});
+        } else {
+            fmt::print("{}: {} effects, {} failed\n", sheetPath, chosen.size(), failed);
+        }
+        return failed == 0 ? kExitOk : kExitFailed;
+    }
+
+    CommandLine& line;
+    const GalleryOptions& options;
+    PluginRuntime runtime;
+    PixelSize size;
+    Picture first;
+    Picture second;
+    std::vector<const EffectDescription*> chosen;
+    std::filesystem::path folder;
+    std::string sheetPath;
+    nlohmann::ordered_json entries = nlohmann::ordered_json::array();
+    int failed = 0;
+};
+
+}  // namespace
+
+void AddGalleryCommand(CLI::App& app, CommandLine& line) {
+    CLI::App* command =
+        app.add_subcommand("gallery", "Draw every effect into one sheet with the names below");
+    auto options = std::make_shared<GalleryOptions>();
+    command->add_option("-o,--output", options->output, "Picture of the sheet, or a folder for it")
+        ->required()
+        ->type_name("FILE|DIR");
+    command
+        ->add_option("-i,--input", options->inputs,
+                     "Picture or video; the second is for transitions")
+        ->allow_extra_args(false)
+        ->type_name("FILE");
+    command->add_option("--tile", options->tile, "Size of each picture")
+        ->type_name("WxH")
+        ->capture_default_str();
+    command->add_option("--columns", options->columns, "Pictures in a row; about a square sheet")
+        ->check(CLI::PositiveNumber)
+        ->type_name("N");
+    command->add_option("--type", options->type, "Only effects of this type")
+        ->check(CLI::IsMember({"filter", "transition", "text"}))
+        ->type_name("filter|transition|text");
+    command->add_option("--search", options->search, "Only effects whose name has this word")
+        ->type_name("WORD");
+    command->add_flag("--each", options->each, "Write a picture of each effect too");
+    command->add_flag("--gpu", options->onGpu, "Keep the pictures on the graphics card");
+    command->add_flag("--json", options->json, "Print JSON");
+    command->callback([&line, options] {
+        line.run = [&line, options] { return Gallery(line, *options).Run(); };
+    });
+}
+
+}  // namespace kelmo::host

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/session/text_values.h"
+
+namespace kelmo::host {
+
+/// The value of an option; nothing for an empty text, which is an option that was not given. Throw
+/// UsageError that names the option.
+std::optional<PixelSize> SizeOption(const char* option, const std::string& text);
+std::optional<FrameRate> RateOption(const char* option, const std::string& text);
+std::optional<Moment> MomentOption(const char* option, const std::string& text);
+
+}  // namespace kelmo::host
