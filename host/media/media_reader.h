@@ -89,9 +89,8 @@ public:
     int OutputHeight() const;
 
     // The frame of this time, in seconds. Before the first frame the first, after the last the
-    // last. False only when the file no longer gives any picture (it was removed meanwhile, say);
-    // `out` is transparent then. Reading the same frame twice in a row copies and does not convert
-    // again when `out` still holds it: see LastFrameRepeated.
+    // last. False only when the frame cannot be converted to BGRA; `out` is transparent then. A
+    // frame that is asked for again is copied, not converted again.
     bool ReadFrameAt(double seconds, Picture& out);
 
     // Whether the last read gave the same frame of the file as the read before it.

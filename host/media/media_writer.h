@@ -55,14 +55,16 @@ struct WriterOptions {
 // 4:2:0 codecs want even sizes: an odd one grows by one column or row, which repeats its neighbour.
 // JPEG holds no alpha: it is flattened on black.
 //
-// Sound: packets are copied when the container takes them; otherwise it is encoded to AAC (mp4,
-// mov, mkv, avi: MP3) or Opus (webm). Copied packets begin at the packet that holds the start, so
-// the sound may begin up to one packet (about 20 ms) early; its time stamps say so and players cut
-// it where the container can tell them. Pictures and GIF hold no sound: a warning.
+// Sound: packets are copied when the container takes them; otherwise the sound is mixed to stereo
+// and encoded to AAC (mp4, mov, mkv), MP3 (avi) or Opus (webm). Copied packets are not cut: mp4 and
+// mov tell players what to leave out of the first one, elsewhere the sound begins with the first
+// whole packet (up to about 20 ms late, never out of time). Pictures and GIF hold no sound: a
+// warning.
 //
 // The file is written beside its place as "<path>.part" and takes its name in Finish; until then an
 // older file of that name stays as it was. A writer that is destroyed without Finish removes what
-// it wrote. Finish after any number of frames, also after an interrupt, leaves a file that plays.
+// it wrote. Finish after any number of frames but none, also after an interrupt, leaves a file that
+// plays. Numbered pictures get their names one by one, each when it is complete.
 // "-" writes to standard output (container needed) and knows no part file.
 //
 // Thread rule: one object, one thread at a time.

@@ -11,6 +11,9 @@ namespace kelmo::host {
 // It owns its pixels; a value like any other. Give the same object again and again: the buffer is
 // allocated once for a size and then reused.
 struct Picture {
+    // Vector code may read a little past the last pixel; the allocation covers it.
+    static constexpr size_t kSlack = 64;
+
     int width = 0;   // pixels
     int height = 0;  // pixels
     int stride = 0;  // bytes from one row to the next; always width * 4
@@ -21,7 +24,9 @@ struct Picture {
         width = newWidth;
         height = newHeight;
         stride = newWidth * 4;
-        pixels.resize(static_cast<size_t>(stride) * static_cast<size_t>(newHeight));
+        const size_t bytes = static_cast<size_t>(stride) * static_cast<size_t>(newHeight);
+        pixels.reserve(bytes + kSlack);
+        pixels.resize(bytes);
     }
 
     uint8_t* Row(int y) { return pixels.data() + static_cast<size_t>(y) * stride; }

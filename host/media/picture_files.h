@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <vector>
+
+#include "host/media/output_file.h"
+
+namespace kelmo::host {
+
+// Private to this folder: one picture, or one a frame by a pattern of numbers, from 1 on. Each has
+// its name as soon as it is complete. Abort removes them all.
+class PictureFiles : public OutputFile {
+public:
+    PictureFiles(const std::string& path, std::vector<std::string>& warnings);
+
+    void WriteVideo(AVPacket& packet) override;
+    void WriteAudio(const int16_t*, int) override {}
+    void AdvanceSound(double) override {}
+    void Finish(double seconds) override;
+    void Abort() noexcept override;
+
+private:
+    std::string path;
+    bool numbered;
+    std::vector<std::string>& warnings;
+    int64_t count = 0;
+    std::vector<std::string> written;
+};
+
+}  // namespace kelmo::host
