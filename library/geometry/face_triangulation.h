@@ -20,7 +20,8 @@ using Polyline = std::vector<cv::Point2f>;
 /// Delaunay first, repairs afterwards: contour edges that are missing are forced in, triangles
 /// outside the material are carved away, both twice, and contour points whose fan of triangles has
 /// a gap are refilled. Contours that cross themselves come out as the repairs leave them.
-/// Time grows with the number of points, but for an outline that needs many repairs. Keeps no state.
+/// Time grows with the number of points, but for an outline that needs many repairs. Keeps no
+/// state.
 void Triangulate(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points,
                  const Polyline& outer, const std::vector<const Polyline*>& holes);
 

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "geometry/delaunay.h"
+
+#include <algorithm>
+#include <cmath>
+#include <opencv2/imgproc.hpp>
+
+#include "geometry/delaunay_triangle.h"
+#include "platform/host_access.h"
+
+namespace kelmo {
+namespace {
+
+constexpr int kHalfSize = 1000000;
+// About two seconds of the quadratic fallback.
+constexpr size_t kMaxFallbackPoints = 10000;
+
+// The power of two that brings the farthest coordinate to kWorkingSize at least. Subdiv2D takes a
+// point for one on an edge when a triangle's area is below 1.2e-7 and would leave flat triangles
+// all over small glyphs; it knows the plane only up to a few million, so more is no better. Powers
+// of two keep every bit of the coordinates.
+constexpr float kWorkingSize = 64;
+
+float WorkingScale(const std::vector<cv::Point2f>& points) {
+    float farthest = 0;
+    for (const cv::Point2f& point : points) {
+        farthest = std::max({farthest, std::abs(point.x), std::abs(point.y)});
+    }
+    if (!(farthest > 1e-20f) || farthest >= kWorkingSize) return 1;
+    return std::exp2(std::ceil(std::log2(kWorkingSize / farthest)));
+}
+
+void TriangulateByFallback(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points) {
+    if (points.size() > kMaxFallbackPoints) {
+        LogError("GetDelaunayTriangleList: %zu points are too many for the fallback",
+                 points.size());
+        return;
+    }
+    DT::DelaunayTriangle(kHalfSize).GetTriangles(out, points);
+}
+
+}  // namespace
+
+void GetDelaunayTriangleList(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points) {
+    const float scale = WorkingScale(points);
+    std::vector<cv::Point2f> scaled(points);
+    for (cv::Point2f& point : scaled) point *= scale;
+    std::vector<cv::Vec6f> found;
+    try {
+        cv::Subdiv2D subdivision;
+        subdivision.initDelaunay(cv::Rect(-kHalfSize, -kHalfSize, 2 * kHalfSize, 2 * kHalfSize));
+        subdivision.insert(scaled);
+        subdivision.getTriangleList(found);
+    } catch (const cv::Exception& error) {
+        LogError("GetDelaunayTriangleList error:%s,try use DelaunayTriangle to do", error.what());
+        TriangulateByFallback(out, points);
+        return;
+    }
+    out.reserve(out.size() + found.size());
+    for (cv::Vec6f& corners : found) {
+        for (int i = 0; i < 6; ++i) corners[i] /= scale;
+        out.push_back(
+            {{corners[0], corners[1]}, {corners[2], corners[3]}, {corners[4], corners[5]}});
+    }
+}
+
+}  // namespace kelmo
