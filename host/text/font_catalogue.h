@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/text/font.h"
+
+namespace kelmo::host {
+
+/// One face that lies in the font folders.
+struct FontFile {
+    std::string path;
+    int32_t faceIndex = 0;
+    std::string family;
+    bool isBold = false;
+    bool isItalic = false;
+};
+
+/// The fonts of this machine that have outlines. Reading the folders takes some tenths of a second
+/// at most and happens once; afterwards the object never changes and serves all threads.
+class FontCatalogue {
+public:
+    /// Reads `folders` with their sub-folders; what is no font, or cannot be read, is passed over.
+    explicit FontCatalogue(const std::vector<std::string>& folders);
+
+    /// The fonts of the system and of the user, read on first use.
+    static const FontCatalogue& System();
+    static std::vector<std::string> SystemFolders();
+
+    /// The face of a family (case does not matter) that comes nearest to the style, or null.
+    const FontFile* Find(const std::string& family, bool bold, bool italic) const;
+    /// A font that has the character, upright sans serif first, or null.
+    std::shared_ptr<Font> FindCovering(uint32_t codepoint, bool bold) const;
+
+    const std::vector<FontFile>& Files() const { return files; }
+
+private:
+    std::vector<FontFile> files;  ///< in order of path and face
+};
+
+}  // namespace kelmo::host
