@@ -41,6 +41,8 @@ EffectRegistry& EffectRegistry::Instance() {
 }
 
 void EffectRegistry::Set(const std::string& key, Entry entry) {
+    const Entry* const known = Find(key);
+    if (known && known->className != entry.className) conflicts.push_back(key);
     entries.insert_or_assign(key, std::move(entry));
 }
 

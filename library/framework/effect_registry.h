@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "catalogue/nle_filter_info.h"
 
@@ -34,14 +35,18 @@ public:
     /// Made on first use, so that the order of static initialisation does not matter.
     static EffectRegistry& Instance();
 
-    /// The same key again replaces the entry.
+    /// The same key again replaces the entry; for another class that is a mistake, which
+    /// `Conflicts` tells.
     void Set(const std::string& key, Entry entry);
     /// Null when the key is not registered. The entry stays the registry's.
     const Entry* Find(std::string_view key) const;
     const std::map<std::string, Entry, std::less<>>& Entries() const { return entries; }
+    /// Keys that two classes have registered.
+    const std::vector<std::string>& Conflicts() const { return conflicts; }
 
 private:
     std::map<std::string, Entry, std::less<>> entries;
+    std::vector<std::string> conflicts;
 };
 
 /// Registers a factory under one or more keys. Returns true, so that a namespace-scope constant can

@@ -3,8 +3,10 @@
 
 #include <utility>
 
+#include "framework/audio_analysis.h"
 #include "framework/effect_engine.h"
 #include "framework/material_binding.h"
+#include "framework/texture_loader.h"
 #include "platform/host_access.h"
 
 namespace kelmo {
@@ -26,15 +28,9 @@ int32_t NLEOpenGLFilter::InitEffect() {
     fragmentPath = info->openglPath;
     if (info->hasVertex) vertexPath = info->vertexPath;
     encrypt = info->encrypt;
-    LoadTextures();
+    LoadTextures(info, textureFrames, texDescs, asyncTextureLoad != 0);
     CloneParams();
     return CreateEffect(width, height, stride) == kFilterOk ? kFilterOk : kFilterFailed;
-}
-
-void NLEOpenGLFilter::LoadTextures() {}
-
-int32_t NLEOpenGLFilter::UpdateAudio(float) {
-    return 0;
 }
 
 void NLEOpenGLFilter::CloneParams() {
@@ -84,10 +80,10 @@ std::size_t NLEOpenGLFilter::FillInputs() {
     int32_t key = 0;
     inputs.try_emplace(key++, clip);
     if (info->transition) inputs.try_emplace(key++, clip);
-    const std::size_t slots = MaterialSlots(textureFrames.get());
+    const std::size_t slots = textureFrames ? textureFrames->SlotCount() : 0;
     for (std::size_t slot = 0; slot < slots; ++slot) {
         FrameRecord material = clip;
-        material.renderable = IsPicture(FirstMaterialFrame(*textureFrames, slot)) ? 1 : 0;
+        material.renderable = IsPicture(textureFrames->Frame(slot, 0)) ? 1 : 0;
         inputs.try_emplace(key++, material);
     }
     return static_cast<std::size_t>(key);
@@ -133,7 +129,7 @@ int32_t NLEOpenGLFilter::Resize(int32_t newWidth, int32_t newHeight, int32_t new
 }
 
 // ---------------------------------------------------------------------------------------------
-// Time and sound
+// Time
 // ---------------------------------------------------------------------------------------------
 
 float NLEOpenGLFilter::GetFrameRate() const {
@@ -144,17 +140,6 @@ float NLEOpenGLFilter::GetFrameRate() const {
 
 FrameTime NLEOpenGLFilter::Time() const {
     return FrameTime::At(position, duration, GetFrameRate());
-}
-
-int32_t NLEOpenGLFilter::SetAudioInput(int32_t channels, int32_t samples, int32_t bytes,
-                                       int32_t format, const void* data) {
-    if (!info->hasAudio) return kFilterFailed;
-    audioChannels = channels;
-    audioSamples = samples;
-    audioBytes = bytes;
-    audioFormat = format;
-    audioData = data;
-    return kFilterOk;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -168,7 +153,7 @@ int32_t NLEOpenGLFilter::DoEffect(const FrameRecord& second, const FrameRecord& 
     SetInputFrame(slot, first);
     SetInputFrame(slot, second);
     const FrameTime time = Time();
-    if (textureFrames) BindMaterialAtTime(*engine, slot, *textureFrames, *texDescs, time);
+    BindMaterialAtTime(*engine, slot, textureFrames.get(), texDescs.get(), time.position);
     UpdateAudio(0.0F);
     UploadTime(*engine, time);
     UploadParams();

@@ -15,12 +15,11 @@
 #include "contract/param_value.h"
 #include "framework/frame_time.h"
 #include "framework/parameter_upload.h"
+#include "framework/texture_frames.h"
 
 namespace kelmo {
 
 class AudioAnalysis;
-class TextureFrames;
-struct TexDesc;
 
 /// Results of the operations of a filter.
 enum FilterResult : int32_t {
@@ -195,7 +194,7 @@ protected:
     int32_t audioFormat = 0;
     const void* audioData = nullptr;
     /// Made by the first `UpdateAudio` of a filter with audio.
-    std::shared_ptr<AudioAnalysis> audioAnalysis;
+    std::unique_ptr<AudioAnalysis> audioAnalysis;
     float audioMin = 0.0F;
     float audioMax = 1.0F;
     /// In Hz.
@@ -204,7 +203,6 @@ protected:
     float compressRatio = 1.0F;
 
 private:
-    void LoadTextures();
     void CloneParams();
     /// Returns the number of inputs that the base declares.
     std::size_t FillInputs();

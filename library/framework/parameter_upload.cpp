@@ -14,31 +14,61 @@ int32_t CurrentType(const NLEFilterParams& param) {
 
 namespace {
 
-double Number(const NLEFilterParams& param) {
-    switch (CurrentType(param)) {
+double Number(const NLEParamValue& value, int32_t type) {
+    switch (type) {
         case kParamBool:
-            return param.value.AsBool() ? 1.0 : 0.0;
+            return value.AsBool() ? 1.0 : 0.0;
         case kParamDouble:
-            return param.value.AsDouble();
+            return value.AsDouble();
         case kParamFloat:
-            return param.value.AsFloat();
+            return value.AsFloat();
         case kParamInt:
-            return param.value.AsInt();
+            return value.AsInt();
         default:
             return 0.0;
     }
 }
 
+bool IsNumber(int32_t type) {
+    return type == kParamBool || type == kParamDouble || type == kParamFloat || type == kParamInt;
+}
+
+int32_t NearestInt(double number) {
+    if (std::isnan(number)) return 0;
+    return static_cast<int32_t>(std::clamp(number, -2147483648.0, 2147483647.0));
+}
+
 }  // namespace
 
 float CurrentNumber(const NLEFilterParams& param) {
-    return static_cast<float>(Number(param));
+    return static_cast<float>(Number(param.value, CurrentType(param)));
 }
 
 int32_t CurrentInt(const NLEFilterParams& param) {
-    const double number = Number(param);
-    if (std::isnan(number)) return 0;
-    return static_cast<int32_t>(std::clamp(number, -2147483648.0, 2147483647.0));
+    return NearestInt(Number(param.value, CurrentType(param)));
+}
+
+bool ConvertNumber(NLEParamValue& value, int32_t type) {
+    if (value.type == type || value.type == kParamNone) return true;
+    if (!IsNumber(value.type) || !IsNumber(type)) return false;
+    const double number = Number(value, value.type);
+    value.Put(uint64_t{0});
+    value.type = type;
+    switch (type) {
+        case kParamBool:
+            value.Put(static_cast<uint8_t>(number != 0.0));
+            break;
+        case kParamDouble:
+            value.Put(number);
+            break;
+        case kParamFloat:
+            value.Put(static_cast<float>(number));
+            break;
+        default:
+            value.Put(NearestInt(number));
+            break;
+    }
+    return true;
 }
 
 void DeclareParams(NLEOpenGLEngineEffect& engine, const FilterParamList& params) {

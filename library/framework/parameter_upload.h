@@ -21,6 +21,10 @@ int32_t CurrentType(const NLEFilterParams& param);
 float CurrentNumber(const NLEFilterParams& param);
 int32_t CurrentInt(const NLEFilterParams& param);
 
+/// Turns a number into the same number of another type, as above; a value that has that type
+/// already, or none yet, is left as it is. False when one of the two is no number.
+bool ConvertNumber(NLEParamValue& value, int32_t type);
+
 /// Declares a uniform for each float and int.
 void DeclareParams(NLEOpenGLEngineEffect& engine, const FilterParamList& params);
 /// Sends a double (narrowed) or a float as a float, an int as an int; nothing for other types.

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "plugin/effect_creation.h"
+
+#include <memory>
+#include <utility>
+
+#include "catalogue/filter_catalogue.h"
+#include "framework/effect_engine.h"
+#include "framework/effect_registry.h"
+#include "framework/filter_guids.h"
+#include "framework/nle_opengl_filter.h"
+#include "platform/host_access.h"
+#include "plugin/qor_opengl_filter_effect.h"
+
+namespace kelmo {
+
+namespace {
+
+using FilterInfoPtr = std::shared_ptr<NLEFilterInfo>;
+
+bool IsSticker(const NLEFilterInfo& info) {
+    const auto first = info.paramCount > 0 ? info.GetParam(0) : nullptr;
+    return first && first->alias == "stickerPath";
+}
+
+/// Sticker filters are packages without shaders; they run the master's.
+bool TakeStickerShader(NLEFilterInfo& info) {
+    const FilterInfoPtr master = GetCatalogue().FindFilter(kStickerMasterGuid);
+    if (!master) {
+        LogError("Create OpenGLFilter Failed: %s, the sticker master %s is missing",
+                 info.guid.c_str(), kStickerMasterGuid);
+        return false;
+    }
+    info.encrypt = 0;
+    // Other effects of this description may be reading the path; it is written once.
+    if (info.openglPath != master->openglPath) info.openglPath = master->openglPath;
+    return true;
+}
+
+/// The master of the Astral family, with the texture of the variant; null when there is none.
+FilterInfoPtr AstralMaster(const NLEFilterInfo& variant) {
+    FilterInfoPtr master = GetCatalogue().FindFilter(kAstralMasterGuid);
+    if (!master) return nullptr;
+    const std::string texture = variant.GetTexture(0);
+    if (!texture.empty()) master->AddTexture(0, texture);
+    return master;
+}
+
+/// The description that an effect of this GUID is built from, or null.
+FilterInfoPtr DescriptionOf(const char* guid) {
+    FilterInfoPtr info = GetCatalogue().FindFilter(guid);
+    if (!info) {
+        LogError("Create OpenGLFilter Failed: %s", guid);
+        return nullptr;
+    }
+    if (IsSticker(*info) && !TakeStickerShader(*info)) return nullptr;
+    return info->subGuid == kAstralSubGuid ? AstralMaster(*info) : info;
+}
+
+}  // namespace
+
+int32_t CreateEffectObject(const char* guid, int32_t deviceType, QorEffect** effect) {
+    const int32_t servedType = HasOpenGLDevice() ? kQorGPUDeviceTypeOpenGL : kQorDeviceTypeCpu;
+    if (deviceType != servedType || !guid || !effect) return kQorRefused;
+    const FilterInfoPtr info = DescriptionOf(guid);
+    if (!info) return kQorRefused;
+    auto object = std::make_unique<QorOpenglFilterEffect>(info);
+    object->SetFilter(CreateFilter(info));
+    *effect = object.release();
+    LogInfo("Create OpenGLFilter Success: %s", guid);
+    return kQorOk;
+}
+
+void DestroyEffectObject(QorEffect* effect) {
+    delete dynamic_cast<QorOpenglFilterEffect*>(effect);
+}
+
+}  // namespace kelmo

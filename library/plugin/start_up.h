@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+#include "contract/qor_host.h"
+
+/// Start and stop of the library, on one thread of the host.
+namespace kelmo {
+
+/// Acquires the suites, looks for an OpenGL device, loads the AI library and the catalogue, and
+/// fills `info` (may be null). A host without a device and a missing AI library are no errors.
+/// 0, or 2 for a null host.
+int32_t StartPlugin(QorPluginHost* host, QorPluginInfo* info);
+
+/// Ends the background loaders and gives the engine back. Effects that still live keep the host's
+/// suites. Always 0.
+int32_t StopPlugin();
+
+}  // namespace kelmo

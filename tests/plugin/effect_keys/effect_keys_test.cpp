@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The registry against the list of all effects: no key at the wrong class, none twice, none that
+// nobody knows. Counts what is built.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <set>
+#include <string>
+
+#include "framework/effect_registry.h"
+
+namespace kelmo {
+namespace {
+
+/// Key to class, from effect_keys.txt.
+std::map<std::string, std::string> ReadTable() {
+    std::ifstream file(KELMO_SOURCE_DIR "/tests/plugin/effect_keys/effect_keys.txt");
+    std::map<std::string, std::string> table;
+    std::string line;
+    while (std::getline(file, line)) {
+        const std::size_t space = line.find(' ');
+        if (line.starts_with("#") || space == std::string::npos) continue;
+        const bool isNew = table.emplace(line.substr(space + 1), line.substr(0, space)).second;
+        EXPECT_TRUE(isNew) << line;
+    }
+    return table;
+}
+
+bool IsGuid(const std::string& key) {
+    return key.size() == 36 && key.find('-') != std::string::npos;
+}
+
+TEST(EffectKeysTest, TheTableIsWhole) {
+    const auto table = ReadTable();
+    std::set<std::string> classes;
+    std::size_t guids = 0;
+    for (const auto& [key, name] : table) {
+        classes.insert(name);
+        guids += IsGuid(key) ? 1 : 0;
+    }
+    EXPECT_EQ(table.size(), 230U);
+    EXPECT_EQ(guids, 204U);
+    EXPECT_EQ(classes.size(), 105U);
+}
+
+TEST(EffectKeysTest, EveryRegisteredKeyStandsAtItsClass) {
+    const auto table = ReadTable();
+    std::set<std::string> built;
+    for (const auto& [key, entry] : EffectRegistry::Instance().Entries()) {
+        const auto row = table.find(key);
+        ASSERT_NE(row, table.end()) << key << " of " << entry.className << " is in no table";
+        EXPECT_EQ(entry.className, row->second) << key;
+        built.insert(entry.className);
+    }
+    EXPECT_THAT(EffectRegistry::Instance().Conflicts(), ::testing::IsEmpty());
+    std::cout << built.size() << " of 105 classes and "
+              << EffectRegistry::Instance().Entries().size() << " of 230 keys are registered\n";
+}
+
+TEST(EffectKeysTest, AClassRegistersAllOfItsKeysOrNone) {
+    const auto& registry = EffectRegistry::Instance();
+    std::set<std::string> built;
+    for (const auto& [key, entry] : registry.Entries()) built.insert(entry.className);
+    for (const auto& [key, name] : ReadTable()) {
+        if (!built.contains(name)) continue;
+        EXPECT_NE(registry.Find(key), nullptr) << key << " of " << name;
+    }
+}
+
+}  // namespace
+}  // namespace kelmo
