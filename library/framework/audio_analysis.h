@@ -41,7 +41,8 @@ struct AudioSettings {
 ///
 /// Thread rule: one mutex of the process guards `Analyse` and the release of the state, so objects
 /// may be used from several threads; the accessors are for the thread that calls `Analyse`.
-/// Settings that are no finite numbers count as their defaults.
+/// Settings that are no finite numbers count as their defaults; an exponent is taken from -2..30,
+/// beyond which its scale has no extent in single precision.
 class AudioAnalysis {
 public:
     AudioAnalysis() = default;
@@ -75,14 +76,20 @@ public:
 
 private:
     struct Scale;
+    struct BinRange {
+        int32_t first;
+        int32_t last;
+    };
 
     void ReleaseTransform();
-    void Prepare(int32_t samples, float frameRate, float floor);
+    bool Prepare(int32_t samples, float frameRate, float floor);
+    void PlanTransform();
     void TakeSamples(const AudioInput& input, int32_t samples);
-    void PickBand(const AudioSettings& settings, int32_t& first, int32_t& last) const;
-    void PowersToLevels(int32_t first, int32_t last, const Scale& scale);
-    float UpdateLevels(int32_t first, int32_t last, const Scale& scale, bool samePosition,
-                       float smoothing);
+    BinRange PickBand(const AudioSettings& settings) const;
+    void FindLevels(BinRange range, const Scale& scale);
+    void Smooth(BinRange range, const Scale& scale, float smoothing);
+    void Fall(BinRange range, const Scale& scale, bool samePosition);
+    float Stretch(BinRange range, const Scale& scale, const AudioSettings& settings);
 
     bool fftReady = false;
     int32_t fftSize = 0;
@@ -100,8 +107,9 @@ private:
     /// Factor of the next fall of each bin.
     std::vector<float> fallOff;
     std::vector<float> spectrum;
-    /// New levels of a run.
-    std::vector<float> scratch;
+    /// Of a run: power of each bin, and its level.
+    std::vector<float> powers;
+    std::vector<float> newLevels;
     float intensity = 0.0F;
     int32_t firstBin = 0;
     int32_t lastBin = 0;

@@ -39,6 +39,12 @@ public:
     void FailPending();
     /// Shortens the list; it never grows.
     void Truncate(std::size_t newCount);
+    /// Counts memory for a picture; false, and nothing counted, when the list would then hold more
+    /// than `limit`.
+    bool ReserveBytes(std::size_t bytes, std::size_t limit);
+    /// Remembers that a picture found no room. True for the first caller, who reports it.
+    bool MarkFull() { return !full.exchange(true); }
+    bool IsFull() const { return full.load(std::memory_order_relaxed); }
 
     /// Remembers that a wait for one of the elements ran into its bound: later ones end at once.
     void GiveUpWaiting() const { waitGivenUp.store(true, std::memory_order_relaxed); }
@@ -54,6 +60,8 @@ private:
     // The elements stay where they are for the life of the list; only the count is cut.
     std::vector<Element> elements;
     std::atomic<std::size_t> count;
+    std::atomic<std::size_t> reservedBytes{0};
+    std::atomic<bool> full{false};
     mutable std::atomic<bool> waitGivenUp{false};
 };
 
@@ -83,15 +91,24 @@ public:
     /// Makes `list` the frames of a slot. The loader goes on writing to what is returned.
     FrameList& Publish(std::size_t slot, std::unique_ptr<FrameList> list);
     FrameList& Publish(std::size_t slot, std::size_t pendingFrames);
+    /// Marks what is pending in the present list of a slot. For the loader of that slot.
+    void FailPending(std::size_t slot);
 
-    /// References that background loaders hold; see `IsAbandoned` of texture_background.h.
+    /// Shared references that background loaders hold; kept by `LoaderTicket`.
     std::atomic<long> loaderReferences{0};
 
 private:
-    std::vector<std::atomic<const FrameList*>> slots;
+    std::vector<std::atomic<FrameList*>> slots;
     std::mutex listMutex;
     std::vector<std::unique_ptr<FrameList>> lists;
 };
+
+/// Decoded frames of one slot take at most this many bytes. What goes beyond is not decoded, and a
+/// log line names the file: 2 GiB are 258 frames of 1920 x 1080, more than ten seconds.
+inline constexpr std::size_t kMaxSlotBytes = std::size_t{2} << 30;
+/// How many frames of a size fit into the limit of a slot, with what an element costs beside its
+/// pixels; at least 1.
+std::size_t FramesThatFit(std::size_t bytesPerFrame, std::size_t limit = kMaxSlotBytes);
 
 /// Material plays at this rate, in frames a second, whatever the rate of the project.
 inline constexpr float kMaterialFrameRate = 25.0F;

@@ -22,13 +22,6 @@
 /// `InitEffect` fail.
 namespace kelmo {
 
-/// What a loader shares with the effect and with the loaders of other slots.
-struct TextureStore {
-    std::shared_ptr<TextureFrames> frames;
-    /// One a slot, zeros: nothing in the library writes them.
-    std::shared_ptr<std::vector<TexDesc>> descs;
-};
-
 /// The material step of `InitEffect`. A description without texture slots leaves `frames` and
 /// `descs` alone; otherwise both are made anew. With `async`, sequences of two or more files and
 /// clips are left to background threads: their slots start with pending elements (two for a clip,
@@ -37,39 +30,41 @@ void LoadTextures(const std::shared_ptr<const NLEFilterInfo>& info,
                   std::shared_ptr<TextureFrames>& frames,
                   std::shared_ptr<std::vector<TexDesc>>& descs, bool async);
 
-/// Fills one slot, or starts the background thread that does.
-void LoadTextureSlot(const NLEFilterInfo& info, const TextureStore& store, bool async,
-                     int32_t slotIndex);
+/// Fills one slot, or starts the background thread that does. Decoded frames take at most
+/// `limitBytes`; a sequence that is longer loops over what fits.
+void LoadTextureSlot(const NLEFilterInfo& info, const std::shared_ptr<TextureFrames>& frames,
+                     bool async, int32_t slotIndex, std::size_t limitBytes = kMaxSlotBytes);
 
 /// Decodes one file of a sequence into its element. An element that has a picture stays.
-void ReadTextureFrame(const std::string& fileName, FrameList& list, std::size_t frameIndex);
+void ReadTextureFrame(const std::string& fileName, FrameList& list, std::size_t frameIndex,
+                      std::size_t limitBytes = kMaxSlotBytes);
 
 /// The slots of a description, spread over OpenCV's threads.
 class parallelInitTexInvoker : public cv::ParallelLoopBody {
 public:
-    parallelInitTexInvoker(std::shared_ptr<const NLEFilterInfo> info, TextureStore store,
-                           bool async);
+    parallelInitTexInvoker(std::shared_ptr<const NLEFilterInfo> info,
+                           std::shared_ptr<TextureFrames> frames, bool async);
     void operator()(const cv::Range& slots) const override;
 
 private:
     std::shared_ptr<const NLEFilterInfo> info;
-    TextureStore store;
+    std::shared_ptr<TextureFrames> frames;
     bool async;
 };
 
-/// The files of one slot, spread over OpenCV's threads. Ends early when the library shuts down or
-/// nobody is left to see the frames.
+/// The files of one slot, spread over OpenCV's threads. Whoever runs it keeps names and list alive.
+/// On a background thread (with a ticket) it ends early when nobody is left to see the frames.
 class parallelReadImageInvoker : public cv::ParallelLoopBody {
 public:
-    parallelReadImageInvoker(std::vector<std::string> fileNames, TextureStore store,
-                             FrameList& list, const LoaderTicket* ticket);
+    parallelReadImageInvoker(const std::vector<std::string>& fileNames, FrameList& list,
+                             const LoaderTicket* ticket, std::size_t limitBytes);
     void operator()(const cv::Range& files) const override;
 
 private:
-    std::vector<std::string> fileNames;
-    TextureStore store;
+    const std::vector<std::string>& fileNames;
     FrameList& list;
     const LoaderTicket* ticket;
+    std::size_t limitBytes;
 };
 
 }  // namespace kelmo

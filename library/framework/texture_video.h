@@ -10,13 +10,6 @@
 
 namespace kelmo {
 
-/// Decoded frames of one slot take at most this many bytes. What goes beyond is not decoded, and a
-/// log line names the file: 2 GiB are 258 frames of 1920 x 1080, more than ten seconds.
-inline constexpr std::size_t kMaxSlotBytes = std::size_t{2} << 30;
-
-/// How many frames of a size fit into the limit of a slot; at least 1.
-std::size_t FramesThatFit(std::size_t bytesPerFrame, std::size_t limit = kMaxSlotBytes);
-
 /// Decodes the clip `fileNames[0]` into a slot: BGRA, top row first, each frame of its own memory.
 ///
 /// The list has as many elements as the file says it has frames (no more than fit into
