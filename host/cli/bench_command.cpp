@@ -125,7 +125,7 @@ void AddBenchCommand(CLI::App& app, CommandLine& line) {
         ->type_name("WxH")
         ->capture_default_str();
     command->add_option("--frames", options->frames, "How many frames are measured")
-        ->check(CLI::PositiveNumber)
+        ->check(Silent(CLI::PositiveNumber))
         ->type_name("N")
         ->capture_default_str();
     command->add_flag("--gpu", options->onGpu, "Keep the pictures on the graphics card");

@@ -236,10 +236,10 @@ void AddGalleryCommand(CLI::App& app, CommandLine& line) {
         ->type_name("WxH")
         ->capture_default_str();
     command->add_option("--columns", options->columns, "Pictures in a row; about a square sheet")
-        ->check(CLI::PositiveNumber)
+        ->check(Silent(CLI::PositiveNumber))
         ->type_name("N");
     command->add_option("--type", options->type, "Only effects of this type")
-        ->check(CLI::IsMember({"filter", "transition", "text"}))
+        ->check(Silent(CLI::IsMember({"filter", "transition", "text"})))
         ->type_name("filter|transition|text");
     command->add_option("--search", options->search, "Only effects whose name has this word")
         ->type_name("WORD");

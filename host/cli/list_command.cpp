@@ -8,6 +8,7 @@
 
 #include "host/cli/command_line.h"
 #include "host/cli/effect_json.h"
+#include "host/cli/option_parsing.h"
 #include "host/cli/plugin_runtime.h"
 #include "host/session/text_values.h"
 
@@ -56,7 +57,7 @@ void AddListCommand(CLI::App& app, CommandLine& line) {
     CLI::App* command = app.add_subcommand("list", "List the effects: name, type, GUID");
     auto options = std::make_shared<ListOptions>();
     command->add_option("--type", options->type, "Only effects of this type")
-        ->check(CLI::IsMember({"filter", "transition", "text"}))
+        ->check(Silent(CLI::IsMember({"filter", "transition", "text"})))
         ->type_name("filter|transition|text");
     command
         ->add_option("--search", options->search, "Only effects whose name or GUID has this word")

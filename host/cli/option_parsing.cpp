@@ -18,6 +18,10 @@ std::optional<T> Checked(const char* option, const std::string& text, std::optio
 
 }  // namespace
 
+CLI::Validator Silent(CLI::Validator validator) {
+    return validator.description("");
+}
+
 std::optional<PixelSize> SizeOption(const char* option, const std::string& text) {
     const auto size =
         Checked(option, text, ParseSize(text), "is no size; write WIDTHxHEIGHT, like 1280x720");

@@ -73,7 +73,7 @@ void AddTimingOptions(CLI::App* command, RenderTexts& texts, RenderRequest& requ
                      "Length; of a filter: the clip's, or 3 s for a picture; of a transition: 1 s")
         ->type_name("TIME");
     command->add_option("--frames", request.timing.maxFrames, "Write so many frames at most")
-        ->check(CLI::PositiveNumber)
+        ->check(Silent(CLI::PositiveNumber))
         ->type_name("N");
     command->add_option("--at", texts.at, "Moment of a picture output; the middle")
         ->type_name("TIME");
@@ -87,17 +87,17 @@ void AddFileOptions(CLI::App* command, RenderTexts& texts, RenderRequest& reques
     command->add_option("--codec", request.codec, "Video encoder; by the ending of the output")
         ->type_name("NAME");
     command->add_option("--crf", request.crf, "Quality of the encoder; less is better for video")
-        ->check(CLI::NonNegativeNumber)
+        ->check(Silent(CLI::NonNegativeNumber))
         ->type_name("N");
     command->add_option("--preset", request.preset, "Speed of the encoder, like fast or slow")
         ->type_name("NAME");
     command->add_option("--format", request.container, "Container; needed for the output -")
         ->type_name("NAME");
     command->add_option("--audio", texts.audio, "Keep the sound, or write none")
-        ->check(CLI::IsMember({"copy", "none"}))
+        ->check(Silent(CLI::IsMember({"copy", "none"})))
         ->type_name("copy|none");
     command->add_option("--alpha", texts.alpha, "Keep transparency; auto: if an input has any")
-        ->check(CLI::IsMember({"auto", "keep", "drop"}))
+        ->check(Silent(CLI::IsMember({"auto", "keep", "drop"})))
         ->type_name("auto|keep|drop");
     command->add_flag("--reproducible", request.reproducible, "Same input, same bytes");
     command->add_flag("-y,--overwrite", request.overwrite, "Overwrite the output");

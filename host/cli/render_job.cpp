@@ -210,10 +210,10 @@ private:
             return;
         }
         line.console.Note(fmt::format(
-            "{}{}: {} frames, {}x{}, {:g} a second, {}{}{}; {:.1f} frames "
+            "{}{}: {} frame{}, {}x{}, {:g} a second, {}{}{}; {:.1f} frames "
             "drawn a second",
-            Interrupted() ? "interrupted; " : "", request.output, written, plan.width, plan.height,
-            plan.rate.PerSecond(), writer->VideoCodec(),
+            Interrupted() ? "interrupted; " : "", request.output, written, written == 1 ? "" : "s",
+            plan.width, plan.height, plan.rate.PerSecond(), writer->VideoCodec(),
             writer->AudioCodec().empty() ? "" : " with sound ", writer->AudioCodec(), speed));
     }
 

@@ -39,7 +39,7 @@ const EffectDescription& Catalogue::Find(std::string_view guidOrName) const {
         names.push_back(effect.name);
         names.push_back(effect.guid);
     }
-    throw HostError(fmt::format("unknown effect \"{}\"{}; `kelmo list` shows all {}", guidOrName,
+    throw HostError(fmt::format("unknown effect \"{}\"{} (`kelmo list` shows all {})", guidOrName,
                                 DidYouMean(guidOrName, names), effects.size()));
 }
 

@@ -186,7 +186,7 @@ ParameterTrack ParseAssignment(const EffectDescription& effect, std::string_view
     std::vector<std::string> names;
     for (const ParameterDescription& known : effect.parameters) names.push_back(known.name);
     throw UsageError(
-        fmt::format("effect \"{}\" has no parameter \"{}\"{}; `kelmo info {}` lists them",
+        fmt::format("effect \"{}\" has no parameter \"{}\"{} (`kelmo info {}` lists them)",
                     effect.name, name, DidYouMean(name, names), effect.guid));
 }
 
