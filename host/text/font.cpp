@@ -139,10 +139,16 @@ bool Font::AppendGlyph(uint32_t glyph, double scale, double x, double y, Outline
         return false;
     }
     FT_Outline& source = face->glyph->outline;
-    if (FT_Outline_Get_Orientation(&source) == FT_ORIENTATION_POSTSCRIPT) {
-        FT_Outline_Reverse(&source);
+    const size_t first = outline.Size();
+    if (!OutlineWriter(outline, scale, x, y).Read(source)) {
+        return false;
     }
-    return OutlineWriter(outline, scale, x, y).Read(source);
+    // FreeType could turn the outline as well, but a curve that closes a contour would then leave
+    // it to start with a control point.
+    if (FT_Outline_Get_Orientation(&source) == FT_ORIENTATION_POSTSCRIPT) {
+        outline.Reverse(first);
+    }
+    return true;
 }
 
 }  // namespace kelmo::host

@@ -27,6 +27,8 @@ struct Outline {
             ys[i] = static_cast<float>(ys[i] + dy);
         }
     }
+    /// Runs the sub-contours from point `first` on, which is a move, through the other way.
+    void Reverse(size_t first);
 };
 
 }  // namespace kelmo::host
