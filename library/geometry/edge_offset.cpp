@@ -17,7 +17,9 @@ cv::Point2d Unit(const cv::Point2d& vector) {
     return {vector.x / length, vector.y / length};
 }
 
-bool HasLength(const cv::Point2f& direction) { return direction.x != 0 || direction.y != 0; }
+bool HasLength(const cv::Point2f& direction) {
+    return direction.x != 0 || direction.y != 0;
+}
 
 // Gives steps without length the direction of the step before them, wrapping around.
 std::vector<cv::Point2f> FilledFromBefore(std::vector<cv::Point2f> directions) {
@@ -71,6 +73,14 @@ std::vector<EdgeCoreInfo> OffsetDirections(const std::vector<cv::Point2f>& point
         cores.emplace_back(OffsetDirection(before[(i + count - 1) % count], behind[i]));
     }
     return cores;
+}
+
+std::vector<cv::Point2f> StepDirections(const std::vector<cv::Point2f>& edges) {
+    std::vector<cv::Point2f> steps(edges.size() / 2);
+    for (size_t k = 0; k < steps.size(); ++k) {
+        steps[k] = UnitVector(edges[2 * k + 1] - edges[2 * k]);
+    }
+    return FilledFromBefore(std::move(steps));
 }
 
 }  // namespace kelmo

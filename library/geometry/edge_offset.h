@@ -31,4 +31,9 @@ cv::Point2f OffsetDirection(const cv::Point2f& incoming, const cv::Point2f& outg
 /// they stay together; a polyline without any length gives (0, 0) throughout.
 std::vector<EdgeCoreInfo> OffsetDirections(const std::vector<cv::Point2f>& points);
 
+/// The unit direction of each step of a polyline given as pairs (step k from place 2k to 2k + 1). A
+/// step without length takes the direction of the step before it, wrapping around; (0, 0) when no
+/// step has one.
+std::vector<cv::Point2f> StepDirections(const std::vector<cv::Point2f>& edges);
+
 }  // namespace kelmo
