@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ai/pose/pose_tracker.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelmo {
+
+namespace {
+
+constexpr int kSearchInterval = 10;
+constexpr size_t kMaxBodies = 8;
+/// A mark appears above the first and stays until it falls below the second, so that it does not
+/// flicker in between.
+constexpr float kAppears = 0.5f;
+constexpr float kVanishes = 0.4f;
+constexpr OneEuro::Settings kSmoothing = {1.0f, 40.0f, 1.0f};
+
+/// Two regions show the same body when the middle of the smaller lies well inside the other and
+/// their sizes are alike.
+bool SameBody(const RotatedSquare& a, const RotatedSquare& b) {
+    const cv::Point2f between = a.centre - b.centre;
+    const float smaller = std::min(a.side, b.side), larger = std::max(a.side, b.side);
+    return std::hypot(between.x, between.y) < 0.15f * smaller && larger < 2 * smaller;
+}
+
+}  // namespace
+
+PoseTracker::PoseTracker(std::shared_ptr<ModelStore> store) : estimator(std::move(store)) {}
+
+void PoseTracker::Next(PicturePyramid& frame) {
+    switch (change.Next(frame)) {
+        case Succession::kSame:
+            return;
+        case Succession::kJump:
+            bodies.clear();
+            break;
+        case Succession::kContinues:
+            break;
+    }
+    Follow(frame);
+    if (bodies.empty() || ++framesSinceSearch >= kSearchInterval) FindNew(frame);
+}
+
+void PoseTracker::Take(const BodyShape& found, const RotatedSquare& region, TrackedBody& body) {
+    body.shape = found;
+    static_assert(sizeof(cv::Point2f) == 2 * sizeof(float));
+    body.smoothing.Apply({&body.shape.points[0].x, 2 * body.shape.points.size()}, region.side);
+    for (size_t i = 0; i < kBodyMarkCount; ++i)
+        body.visible[i] = found.confidence[i] > (body.visible[i] ? kVanishes : kAppears);
+    body.region = BodyRegion(body.shape.points[kBodyCentre], body.shape.points[kBodyTop]);
+}
+
+void PoseTracker::Follow(PicturePyramid& frame) {
+    std::vector<TrackedBody> kept;
+    for (TrackedBody& body : bodies) {
+        BodyShape found;
+        if (!estimator.Run(frame, body.region, found)) continue;
+        Take(found, body.region, body);
+        const bool twice = std::any_of(kept.begin(), kept.end(), [&](const TrackedBody& other) {
+            return SameBody(other.region, body.region);
+        });
+        if (!twice) kept.push_back(std::move(body));
+    }
+    bodies = std::move(kept);
+}
+
+bool PoseTracker::IsKnown(const RotatedSquare& region) const {
+    return std::any_of(bodies.begin(), bodies.end(),
+                       [&](const TrackedBody& body) { return SameBody(body.region, region); });
+}
+
+void PoseTracker::FindNew(PicturePyramid& frame) {
+    framesSinceSearch = 0;
+    std::vector<RotatedSquare> regions = estimator.Detect(frame);
+    std::stable_sort(regions.begin(), regions.end(),
+                     [](const auto& a, const auto& b) { return a.side > b.side; });
+    for (const RotatedSquare& region : regions) {
+        if (bodies.size() >= kMaxBodies) return;
+        if (IsKnown(region)) continue;
+        BodyShape found;
+        if (!estimator.Run(frame, region, found)) continue;
+        TrackedBody body;
+        body.smoothing = OneEuro(kSmoothing);
+        Take(found, region, body);
+        if (IsKnown(body.region)) continue;
+        body.number = nextNumber++;
+        bodies.push_back(std::move(body));
+    }
+}
+
+}  // namespace kelmo
