@@ -127,7 +127,8 @@ std::size_t FrameIndexAt(int32_t position, float frameRate, std::size_t frameCou
     return WrapFrameIndex(MaterialFrameCountAt(position, frameRate), frameCount);
 }
 
-const cv::Mat& WaitForFrame(const TextureFrames& frames, std::size_t slot, int64_t index) {
+const cv::Mat& WaitForFrame(const TextureFrames& frames, std::size_t slot, int64_t index,
+                            int longestWait) {
     constexpr int kNapMilliseconds = 10;
     for (int waited = 0;; waited += kNapMilliseconds) {
         const FrameList& list = frames.Slot(slot);
@@ -135,10 +136,10 @@ const cv::Mat& WaitForFrame(const TextureFrames& frames, std::size_t slot, int64
         if (count == 0) return EmptyPicture();
         const std::size_t element = WrapFrameIndex(index, count);
         if (list.IsSettled(element) || list.IsWaitGivenUp()) return list.Frame(element);
-        if (waited >= kLongestFrameWait) {
+        if (waited >= longestWait) {
             list.GiveUpWaiting();
-            LogWarning("Texture %zu: no frame %zu after %d s, going on without it", slot, element,
-                       kLongestFrameWait / 1000);
+            LogWarning("Texture %zu: no frame %zu after %d ms, going on without it", slot, element,
+                       waited);
             return EmptyPicture();
         }
         LogInfo("WaitTexReaded");

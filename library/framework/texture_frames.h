@@ -130,10 +130,12 @@ inline constexpr int kLongestFrameWait = 30000;
 /// The frame that effects with background loading need now. While its element is pending this logs
 /// "WaitTexReaded", sleeps 10 ms and looks again; `index` is a running count that wraps around
 /// whatever list is there at that moment. Returns an empty picture at once for a failed element or
-/// a slot without frames, and after kLongestFrameWait; from then on nothing waits for that list.
+/// a slot without frames, and after `longestWait` milliseconds; from then on nothing waits for that
+/// list.
 ///
 /// A lone picture of at most 2 x 2 pixels comes back like any other: whoever treats it as "no
 /// material" tells it by its size.
-const cv::Mat& WaitForFrame(const TextureFrames& frames, std::size_t slot, int64_t index);
+const cv::Mat& WaitForFrame(const TextureFrames& frames, std::size_t slot, int64_t index,
+                            int longestWait = kLongestFrameWait);
 
 }  // namespace kelmo
