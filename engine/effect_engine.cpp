@@ -33,6 +33,9 @@ void EffectEngine::CreateEngineEffect(int32_t width, int32_t height, int32_t str
                       encrypt);
             return false;
         }
+        // The scope comes before the effect: a new context is taken while no effect lives.
+        const GlScope scope(*device);
+        if (!scope) return false;
         ShaderFiles files{fragmentPath, vertexPath ? vertexPath : "", fragmentExterns,
                           vertexExterns};
         auto effect = std::make_shared<EngineEffect>(device, std::move(files), multisample);

@@ -41,7 +41,7 @@ bool Compile(const Shader& shader, const std::string& prelude, const std::string
 /// numbers, found with a shader that is wrong in line 100.
 int LineOffset() {
     const Shader probe(GL_FRAGMENT_SHADER);
-    Compile(probe, "#version 330 core\n", "#line 100 1\nwrong\n");
+    Compile(probe, "#version 330 core\n", "#line 100100\nwrong\n");
     const std::string log = MapCompileLog(InfoLog(probe.id, false), {"probe"}, 0);
     if (log.find("probe:101:") != std::string::npos) return -1;
     return log.find("probe:99:") != std::string::npos ? 1 : 0;

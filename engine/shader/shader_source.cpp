@@ -10,6 +10,9 @@
 namespace kelmo {
 namespace {
 
+/// The file is told by the line number, file x this + line: drivers report source-string numbers
+/// for syntax errors only, or not at all.
+constexpr int kLinesPerFile = 100000;
 /// Deeper nesting than any sane library of includes.
 constexpr int kMaxDepth = 32;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -169,7 +172,8 @@ private:
 
     /// From the next line on the driver counts from `number` in file `file`.
     void MarkLine(int number, size_t file) {
-        source.text += "#line " + std::to_string(number) + " " + std::to_string(file) + "\n";
+        const int line = static_cast<int>(file) * kLinesPerFile + number;
+        source.text += "#line " + std::to_string(line) + "\n";
     }
 
     bool Fail(const std::string& path, int number, const std::string& message) {
@@ -190,25 +194,27 @@ bool ReadNumber(std::string_view& text, int& number) {
     return true;
 }
 
-/// "1:12(5): error: x", "1(12) : error x" and "ERROR: 1:12: x" are the forms that drivers use.
+/// "0:12(5): error: x", "0(12) : error x" and "ERROR: 0:12: x" are the forms that drivers use.
 std::string MapLine(std::string_view line, const std::vector<std::string>& files, int lineOffset) {
     std::string_view rest = line;
     for (const std::string_view prefix : {"ERROR: ", "WARNING: "}) {
         if (rest.starts_with(prefix)) rest.remove_prefix(prefix.size());
     }
-    int file = 0;
+    int ignored = 0;
     int number = 0;
-    if (!ReadNumber(rest, file) || rest.empty() || (rest[0] != ':' && rest[0] != '(')) {
+    if (!ReadNumber(rest, ignored) || rest.empty() || (rest[0] != ':' && rest[0] != '(')) {
         return std::string(line);
     }
     rest.remove_prefix(1);
     if (!ReadNumber(rest, number)) return std::string(line);
     if (rest.starts_with('(')) rest.remove_prefix(std::min(rest.find(')'), rest.size() - 1));
-    const size_t message = rest.find_first_not_of(" :)");
+    const size_t message = rest.find_first_not_of(" :()");
     if (message == std::string_view::npos) return std::string(line);
+    number += lineOffset;
+    const int file = number / kLinesPerFile;
     const bool known = file >= 1 && static_cast<size_t>(file) <= files.size();
-    const std::string& name = known ? files[static_cast<size_t>(file) - 1] : "prelude";
-    return name + ":" + std::to_string(number + lineOffset) + ": " +
+    const std::string name = known ? files[static_cast<size_t>(file) - 1] : "prelude";
+    return name + ":" + std::to_string(number % kLinesPerFile) + ": " +
            std::string(rest.substr(message));
 }
 

@@ -10,7 +10,7 @@ namespace kelmo {
 
 /// A shader with all its includes, ready for the prelude in front.
 struct ShaderSource {
-    /// One text; `#line` directives number the files from 1, in the order of `files`.
+    /// One text, whose `#line` directives let `MapCompileLog` find the place in `files` again.
     std::string text;
     std::vector<std::string> files;
 };
