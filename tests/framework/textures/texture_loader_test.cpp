@@ -84,7 +84,10 @@ bool WriteClip(const std::string& path, int frameCount) {
 /// devices and leak: these tests do without them.
 class DecodersOnly : public testing::Environment {
 public:
-    void SetUp() override { setenv("OPENCV_VIDEOIO_PRIORITY_LIST", "FFMPEG,CV_MJPEG", 1); }
+    void SetUp() override {
+        setenv("OPENCV_VIDEOIO_PRIORITY_GPHOTO2", "0", 1);
+        setenv("OPENCV_VIDEOIO_PRIORITY_GSTREAMER", "0", 1);
+    }
 };
 [[maybe_unused]] const auto* const decodersOnly =
     testing::AddGlobalTestEnvironment(new DecodersOnly);
