@@ -42,7 +42,7 @@ int TextWidth(const std::string& text) {
 }
 
 /// Premultiplied pixels over a chequer of two greys.
-void PutOver(const cv::Mat& picture, cv::Mat target) {
+void PutOverChequer(const cv::Mat& picture, cv::Mat target) {
     for (int y = 0; y < target.rows; ++y) {
         const cv::Vec4b* from = picture.ptr<cv::Vec4b>(y);
         cv::Vec4b* to = target.ptr<cv::Vec4b>(y);
@@ -89,7 +89,7 @@ void ContactSheet::Add(const Picture& picture, const std::string& name) {
     Picture copy = picture;
     cv::Mat small;
     cv::resize(MatOf(copy), small, cv::Size(tileWidth, tileHeight), 0, 0, cv::INTER_AREA);
-    PutOver(small, MatOf(sheet)(cv::Rect(left, top, tileWidth, tileHeight)));
+    PutOverChequer(small, MatOf(sheet)(cv::Rect(left, top, tileWidth, tileHeight)));
     DrawName(left, top + tileHeight, name);
 }
 

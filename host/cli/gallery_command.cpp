@@ -14,6 +14,7 @@
 #include "host/cli/plugin_runtime.h"
 #include "host/cli/progress.h"
 #include "host/cli/render_plan.h"
+#include "host/cli/text_layer.h"
 #include "host/media/media_reader.h"
 #include "host/media/media_writer.h"
 #include "host/session/effect_chain.h"
@@ -26,6 +27,8 @@ namespace {
 constexpr FrameRate kGalleryRate{25, 1};
 constexpr int64_t kFilterFrames = 50;
 constexpr int64_t kTransitionFrames = 25;
+constexpr double kGoodMoment = 0.4;  // of the effect: in the middle some show nothing but a colour
+constexpr const char* kSampleText = "Text";
 
 struct GalleryOptions {
     std::string output;
@@ -142,6 +145,15 @@ private:
             if (LowerCase(effect.name).find(word) == std::string::npos) continue;
             chosen.push_back(&effect);
         }
+        const bool texts = std::any_of(chosen.begin(), chosen.end(), [](const auto* effect) {
+            return effect->Type() == EffectType::kText;
+        });
+        if (texts) {
+            TextWish wish;
+            wish.text = kSampleText;
+            wish.size = size.height / 2.5;
+            sampleText = std::make_unique<TextLayer>(wish, size.width, size.height, line.console);
+        }
         if (chosen.empty()) throw HostError("no effect matches; `kelmo list` shows all");
     }
 
@@ -158,7 +170,7 @@ private:
         }
     }
 
-    /// The middle of the effect, drawn after all frames before it.
+    /// A good moment of the effect, drawn after all frames before it.
     Picture Draw(const EffectDescription& effect) {
         const bool transition = effect.Type() == EffectType::kTransition;
         ChainLink link;
@@ -167,11 +179,17 @@ private:
         std::vector<ChainLink> links = {std::move(link)};
         EffectChain chain(runtime.Plugin(), runtime.Services(), std::move(links), size.width,
                           size.height, kGalleryRate, options.onGpu);
-        const int64_t middle = (transition ? kTransitionFrames : kFilterFrames) / 2;
+        const bool text = effect.Type() == EffectType::kText;
+        const auto last = static_cast<int64_t>(
+            kGoodMoment * static_cast<double>(transition ? kTransitionFrames : kFilterFrames));
+        Picture& shown = text ? sampleText->Drawn() : first;
         Picture output;
-        for (int64_t frame = 0; frame <= middle; ++frame) {
-            chain.Render(frame, first, transition ? &second : nullptr, {}, output);
+        for (int64_t frame = 0; frame <= last; ++frame) {
+            FrameExtras extras;
+            if (text) extras.text = sampleText->Text(frame == 0);
+            chain.Render(frame, shown, transition ? &second : nullptr, extras, output);
         }
+        if (text) PutOver(output, first);
         return output;
     }
 
@@ -211,6 +229,7 @@ private:
     PixelSize size;
     Picture first;
     Picture second;
+    std::unique_ptr<TextLayer> sampleText;
     std::vector<const EffectDescription*> chosen;
     std::filesystem::path folder;
     std::string sheetPath;

@@ -37,6 +37,11 @@ std::optional<FrameRate> RateOption(const char* option, const std::string& text)
                    "is no frame rate; write 25, 29.97 or 30000/1001");
 }
 
+std::optional<int32_t> ColorOption(const char* option, const std::string& text) {
+    return Checked(option, text, ParseColor(text),
+                   "is no colour; write #RRGGBB or a name like red");
+}
+
 std::optional<Moment> MomentOption(const char* option, const std::string& text) {
     return Checked(option, text, ParseMoment(text), "is no time; write 2s, 1:30, 50f or 50%");
 }

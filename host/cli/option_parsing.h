@@ -17,6 +17,7 @@ CLI::Validator Silent(CLI::Validator validator);
 /// UsageError that names the option.
 std::optional<PixelSize> SizeOption(const char* option, const std::string& text);
 std::optional<FrameRate> RateOption(const char* option, const std::string& text);
+std::optional<int32_t> ColorOption(const char* option, const std::string& text);
 std::optional<Moment> MomentOption(const char* option, const std::string& text);
 
 }  // namespace kelmo::host

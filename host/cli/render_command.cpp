@@ -24,6 +24,7 @@ struct RenderTexts {
     std::string leadIn;
     std::string audio = "copy";
     std::string alpha = "auto";
+    std::string textColor;
 };
 
 /// Parameters belong to the --effect before them; those before the first belong to the first.
@@ -55,6 +56,7 @@ RenderRequest Understood(const RenderTexts& texts, RenderRequest request) {
     request.alpha = texts.alpha == "keep"   ? AlphaWish::kKeep
                     : texts.alpha == "drop" ? AlphaWish::kDrop
                                             : AlphaWish::kAutomatic;
+    request.text.color = ColorOption("--text-color", texts.textColor).value_or(0xFFFFFF);
     if (timing.at && !IsPicturePath(request.output)) {
         throw UsageError("--at chooses the moment of a picture, and the output is none");
     }
@@ -103,6 +105,21 @@ void AddFileOptions(CLI::App* command, RenderTexts& texts, RenderRequest& reques
     command->add_flag("-y,--overwrite", request.overwrite, "Overwrite the output");
 }
 
+void AddTextOptions(CLI::App* command, RenderTexts& texts, RenderRequest& request) {
+    command
+        ->add_option("--text", request.text.text,
+                     "The effects work on this text, which lies over the input then")
+        ->type_name("TEXT");
+    command->add_option("--font", request.text.font, "Font file, or name of a family")
+        ->type_name("FONT");
+    command->add_option("--text-size", request.text.size, "Pixels; a sixth of the height")
+        ->check(Silent(CLI::PositiveNumber))
+        ->type_name("N");
+    command->add_option("--text-color", texts.textColor, "Colour of the text; white")
+        ->type_name("COLOR");
+    command->add_flag("--bold", request.text.bold, "Bold text");
+}
+
 }  // namespace
 
 void AddRenderCommand(CLI::App& app, CommandLine& line) {
@@ -116,7 +133,6 @@ void AddRenderCommand(CLI::App& app, CommandLine& line) {
             ->allow_extra_args(false)
             ->type_name("EFFECT");
     command->add_option("-i,--input", request->inputs, "Video or picture; two for a transition")
-        ->required()
         ->allow_extra_args(false)
         ->type_name("FILE");
     command->add_option("-o,--output", request->output, "File to write; the ending says which kind")
@@ -129,6 +145,7 @@ void AddRenderCommand(CLI::App& app, CommandLine& line) {
             ->allow_extra_args(false)
             ->type_name("NAME=VALUE");
     AddTimingOptions(command, *texts, *request);
+    AddTextOptions(command, *texts, *request);
     AddFileOptions(command, *texts, *request);
     command->add_flag("--gpu", request->onGpu, "Keep the pictures on the graphics card");
     command->add_flag("--json", request->json, "Print JSON");

@@ -81,6 +81,9 @@ WriterOptions OptionsOf(const RenderRequest& request, const RenderPlan& plan, bo
     return options;
 }
 
+/// What a text without any clip is drawn on: transparent, and as long as a picture.
+const ClipFacts kTextAlone = {"the text", 1280, 720, {25, 1}, 0, true};
+
 /// The run itself, with everything that lives as long as it does.
 class Rendering {
 public:
@@ -97,6 +100,9 @@ public:
         PlaceLinks(plan, links);
         EffectChain chain(runtime.Plugin(), runtime.Services(), std::move(links), plan.width,
                           plan.height, plan.rate, request.onGpu);
+        if (request.text.Given()) {
+            text = std::make_unique<TextLayer>(request.text, plan.width, plan.height, line.console);
+        }
         OpenOutput();
         Draw(chain);
         return Finish();
@@ -107,6 +113,12 @@ private:
         for (const ChainLink& link : links) {
             if (link.effect->Type() == EffectType::kTransition) request.timing.transition = true;
         }
+        if (request.timing.transition && request.text.Given()) {
+            throw UsageError("a transition has no --text; draw the text in a run of its own");
+        }
+        if (request.inputs.empty() && !request.text.Given()) {
+            throw UsageError("there is no input; give -i FILE, or --text for a text alone");
+        }
         for (const std::string& input : request.inputs) {
             clips.push_back(std::make_unique<ClipReader>(input));
         }
@@ -115,6 +127,7 @@ private:
     void MakePlan(const std::vector<ChainLink>& links) {
         std::vector<ClipFacts> facts;
         for (const auto& clip : clips) facts.push_back(clip->Facts());
+        if (clips.empty()) facts.push_back(kTextAlone);
         request.timing.singlePicture = IsPicturePath(request.output);
         plan = PlanRender(request.timing, facts);
         for (const std::string& warning : plan.warnings) line.console.Warning(warning);
@@ -128,8 +141,9 @@ private:
     }
 
     void OpenOutput() {
-        const bool inputAlpha = std::any_of(clips.begin(), clips.end(),
-                                            [](const auto& c) { return c->Info().hasAlpha; });
+        const bool inputAlpha =
+            clips.empty() || std::any_of(clips.begin(), clips.end(),
+                                         [](const auto& c) { return c->Info().hasAlpha; });
         effectSound = std::make_unique<TimelineSound>(plan, request.inputs);
         const bool wanted = request.withAudio && !request.timing.singlePicture &&
                             request.output.find('%') == std::string::npos;
@@ -171,12 +185,18 @@ private:
     void DrawFrame(EffectChain& chain, int64_t frame, Picture& output) {
         Picture* shown[2] = {};
         size_t count = 0;
+        FrameExtras extras;
+        extras.samples = effectSound->Frame(frame);
         for (size_t i = 0; i < clips.size(); ++i) {
             if (plan.clips[i].Covers(frame)) shown[count++] = &clips[i]->Next();
         }
-        FrameExtras extras;
-        extras.samples = effectSound->Frame(frame);
-        chain.Render(frame, *shown[0], shown[1], extras, output);
+        if (!text) {
+            chain.Render(frame, *shown[0], shown[1], extras, output);
+            return;
+        }
+        extras.text = text->Text(frame == plan.drawFrom);
+        chain.Render(frame, text->Drawn(), nullptr, extras, output);
+        if (shown[0] != nullptr) PutOver(output, *shown[0]);
     }
 
     int Finish() {
@@ -222,6 +242,7 @@ private:
     PluginRuntime runtime;
     std::vector<std::unique_ptr<ClipReader>> clips;
     RenderPlan plan;
+    std::unique_ptr<TextLayer> text;
     std::unique_ptr<TimelineSound> effectSound;
     std::unique_ptr<TimelineSound> writtenSound;
     std::unique_ptr<MediaWriter> writer;

@@ -7,6 +7,7 @@
 
 #include "host/cli/command_line.h"
 #include "host/cli/render_plan.h"
+#include "host/cli/text_layer.h"
 
 namespace kelmo::host {
 
@@ -24,6 +25,8 @@ struct RenderRequest {
     std::vector<std::string> inputs;
     std::string output;
     TimingWishes timing;
+    /// With a text, the effects work on the text, and the result lies over the input.
+    TextWish text;
     bool onGpu = false;
     bool overwrite = false;
     bool json = false;

@@ -53,6 +53,12 @@ TEST_F(CliTest, WrongUseIsToldInOneLineWithTheRightCode) {
              {with({"-o", "o.mkv", "-i", "light.mkv"}), 2, "one input"},
              {with({"-o", "o.mkv", "-e", "Cross Fade", "-i", "light.mkv"}), 2, "must be the first"},
              {{"render", "-e", "Cross Fade", "-i", "dark.mkv", "-o", "o.mkv"}, 2, "two inputs"},
+             {{"render", "-e", "Invert", "-o", "o.mkv"}, 2, "-i FILE"},
+             {with({"-o", "o.mkv", "--text", "a", "--text-color", "redd"}), 2, "is no colour"},
+             {{"render", "-e", "Cross Fade", "-i", "dark.mkv", "-i", "light.mkv", "-o", "o.mkv",
+               "--text", "a"},
+              2,
+              "no --text"},
              {{"render", "-e", "Nothing", "-i", "dark.mkv", "-o", "o.mkv"}, 1, "unknown effect"},
              {{"render", "-e", "Never Ready", "-i", "dark.mkv", "-o", "o.mkv"}, 1, "no shader"},
              {{"render", "-e", "Invert", "-i", "no.mp4", "-o", "o.mkv"}, 1, "no.mp4"},
@@ -186,6 +192,33 @@ TEST_F(CliTest, PicturesKeepTheirTransparency) {
     EXPECT_EQ(picture.pixels[3], 128);
 }
 
+TEST_F(CliTest, ATextIsWhatTheEffectsWorkOn) {
+    const RunResult result =
+        Run({"render", "-vv", "-e", "Caption", "--text", "I", "--text-size", "60", "--bold",
+             "--text-color", "red", "-i", "light.mkv", "-o", "o.png", "--at", "0"});
+    if (result.err.find("font") != std::string::npos) GTEST_SKIP() << result.err;
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("text of 1 pieces, changed 1"));
+    Picture picture;
+    MediaReader::Open(Path("o.png"))->ReadFrameAt(0, picture);
+    EXPECT_NEAR(picture.Row(4)[4 * 4 + 1], 200, 6) << "the input beside the text";
+    const uint8_t* middle = picture.Row(24) + 32 * 4;
+    EXPECT_EQ(middle[0], 255) << "the stand-in inverts the red text, and the text alone";
+    EXPECT_EQ(middle[1], 255);
+    EXPECT_EQ(middle[2], 0);
+}
+
+TEST_F(CliTest, ATextAloneStandsOnATransparentGround) {
+    const RunResult result = Run(
+        {"render", "-e", "Caption", "--text", "I", "-o", "o.png", "--size", "64x48", "--at", "0"});
+    if (result.err.find("font") != std::string::npos) GTEST_SKIP() << result.err;
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    Picture picture;
+    MediaReader::Open(Path("o.png"))->ReadFrameAt(0, picture);
+    EXPECT_EQ(picture.Row(1)[3], 0);
+    EXPECT_EQ(picture.width, 64);
+}
+
 TEST_F(CliTest, AnEffectThatFailsLeavesNoOutput) {
     const RunResult result =
         Run({"render", "-e", "Invert", "-p", "failAt=7", "-i", "dark.mkv", "-o", "o.mkv"});
@@ -273,6 +306,25 @@ TEST_F(CliTest, MeshPassesItsArgumentsOn) {
     const RunResult run = RunProgram(words, folder);
     EXPECT_EQ(run.exitCode, 7);
     EXPECT_EQ(run.out, "--help|-v|a b|");
+}
+
+TEST_F(CliTest, TheRealPluginDrawsTheSameWithAndWithoutADevice) {
+    if (!std::filesystem::exists(KELMO_PLUGIN_DIR "/qorOpenGLFilterPlugin.qor")) {
+        GTEST_SKIP() << "the plug-in is not built";
+    }
+    const auto render = [&](const char* output, std::vector<std::string> more) {
+        std::vector<std::string> words = {KELMO_BIN_DIR "/kelmo", "render", "-e", "Cross Fade"};
+        words.insert(words.end(), {"-i", "dark.mkv", "-i", "light.mkv", "-o", output});
+        words.insert(words.end(), more.begin(), more.end());
+        return RunProgram(words, folder);
+    };
+    const RunResult memory = render("memory.png", {"--duration", "11f"});
+    ASSERT_EQ(memory.exitCode, 0) << memory.err;
+    EXPECT_THAT(Greens("memory.png")[0], testing::AllOf(testing::Gt(80), testing::Lt(160)))
+        << "about the middle of a fade from 40 to 200";
+    const RunResult gpu = render("gpu.png", {"--duration", "11f", "--gpu"});
+    ASSERT_EQ(gpu.exitCode, 0) << gpu.err;
+    EXPECT_NEAR(Greens("gpu.png")[0], Greens("memory.png")[0], 1);
 }
 
 TEST_F(CliTest, QuietSaysNothingAndVersionSaysOneLine) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "contract/qor_host.h"
+#include "contract/text_path.h"
 
 namespace {
 
@@ -60,6 +61,7 @@ public:
         const int32_t ownType = Ask(context, "amount", kHostPointer).type;
         failAt = Ask(context, "failAt", kHostInt).i;
         interruptAt = Ask(context, "interruptAt", kHostInt).i;
+        if (entry.textKind != 0) LogText(context->GetInputFrame(0));
         int64_t numerator = 0;
         int64_t denominator = 0;
         context->GetFrameRate(&numerator, &denominator);
@@ -115,6 +117,18 @@ private:
         value.type = type;
         if (context->GetParamValue(name, position, &value) != kQorOk) value = QorValue{};
         return value;
+    }
+
+    static void LogText(QorFrame* frame) {
+        QorValue value;
+        value.type = kHostPointer;
+        if (frame == nullptr || frame->GetProperty("TextUserData", &value) != kQorOk) {
+            util->Log(kLogInfo, "no text");
+            return;
+        }
+        const auto* data = static_cast<const TextUserData*>(value.p);
+        util->Log(kLogInfo, "text of %d pieces, changed %d", data->textPath->GetPathCount(),
+                  data->textIsUpdate);
     }
 
     static int Loudest(QorAudio& audio) {
