@@ -110,7 +110,7 @@ function(kelmo_test name)
   endif()
 endfunction()
 
-# kelmo_benchmark(kelmo_bench_NAME SOURCES s... [LINK lib...]): one Google Benchmark program.
+# kelmo_benchmark(benchmark_NAME SOURCES s... [LINK lib...]): one Google Benchmark program.
 function(kelmo_benchmark name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})

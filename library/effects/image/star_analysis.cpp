@@ -17,34 +17,44 @@ constexpr int kGrow = 9;
 
 }  // namespace
 
-int32_t HighlightThreshold(const cv::Mat& gray) {
-    std::array<int64_t, 256> histogram{};
+HighlightLevels MeasureHighlights(const cv::Mat& gray) {
+    // Four tables in turn: neighbours are often equal, and a count must not wait for the one
+    // before.
+    constexpr int kTables = 4;
+    std::array<std::array<uint32_t, 256>, kTables> tables{};
     for (int y = 0; y < gray.rows; ++y) {
         const uint8_t* const row = gray.ptr(y);
-        for (int x = 0; x < gray.cols; ++x) ++histogram[row[x]];
+        int x = 0;
+        for (; x + kTables <= gray.cols; x += kTables) {
+            for (int k = 0; k < kTables; ++k) ++tables[k][row[x + k]];
+        }
+        for (; x < gray.cols; ++x) ++tables[0][row[x]];
     }
     const float pixels = static_cast<float>(gray.cols) * static_cast<float>(gray.rows);
     const auto limit = static_cast<int64_t>(pixels * 50.0F * 0.00001F);
+    HighlightLevels levels;
     int64_t sum = 0;
     for (int32_t level = 255; level >= 0; --level) {
-        sum += histogram[level];
-        if (sum > limit) return level;
+        for (const auto& table : tables) sum += table[level];
+        if (sum > 0 && levels.brightest < 0) levels.brightest = level;
+        if (sum > limit) {
+            levels.threshold = level;
+            break;
+        }
     }
-    return 0;
+    return levels;
 }
 
 bool StarAnalysis::Run(const cv::Mat& bgra, float density) {
     if (bgra.empty()) return false;
     cv::cvtColor(bgra, gray, cv::COLOR_BGRA2GRAY);
-    const int32_t threshold = HighlightThreshold(gray);
-    if (threshold < kDarkest) return false;
-    cv::threshold(gray, mask, threshold - 1, 255.0, cv::THRESH_BINARY);
-    double brightest = 0.0;
-    cv::minMaxLoc(gray, nullptr, &brightest);
+    const HighlightLevels levels = MeasureHighlights(gray);
+    if (levels.threshold < kDarkest) return false;
+    cv::threshold(gray, mask, levels.threshold - 1, 255.0, cv::THRESH_BINARY);
     cv::dilate(mask, mask, cv::getStructuringElement(cv::MORPH_RECT, cv::Size(kGrow, kGrow)),
                cv::Point(-1, -1), 1, cv::BORDER_CONSTANT, cv::morphologyDefaultBorderValue());
     try {
-        starCount = CollectSpots(threshold, brightest);
+        starCount = CollectSpots(levels);
     } catch (const cv::Exception&) {
         return false;
     }
@@ -57,7 +67,7 @@ bool StarAnalysis::Run(const cv::Mat& bgra, float density) {
     return true;
 }
 
-int32_t StarAnalysis::CollectSpots(int32_t threshold, double brightest) {
+int32_t StarAnalysis::CollectSpots(const HighlightLevels& levels) {
     std::vector<std::vector<cv::Point>> contours;
     cv::findContours(mask, contours, cv::RETR_EXTERNAL, cv::CHAIN_APPROX_SIMPLE);
     const auto looked = std::min<std::size_t>(contours.size(), kMostStars);
@@ -74,11 +84,10 @@ int32_t StarAnalysis::CollectSpots(int32_t threshold, double brightest) {
         star[0] = spot.center.x;
         star[1] = spot.center.y;
         // A saturated centre counts as 0, as does one no brighter than the threshold.
-        const bool graded = level != 255 && level > threshold;
-        star[2] =
-            graded
-                ? std::min(1.0F, static_cast<float>((level - threshold) / (brightest - threshold)))
-                : 0.0F;
+        const bool graded = level != 255 && level > levels.threshold;
+        const auto range = static_cast<float>(levels.brightest - levels.threshold);
+        const auto above = static_cast<float>(level - levels.threshold);
+        star[2] = graded ? std::min(1.0F, above / range) : 0.0F;
     }
     return found;
 }

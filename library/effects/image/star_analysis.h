@@ -7,6 +7,15 @@
 
 namespace kelmo {
 
+/// Grey levels of an 8-bit picture, 0..255.
+struct HighlightLevels {
+    /// At most 0.05 percent of the pixels lie above this one.
+    int32_t threshold = 0;
+    /// The brightest one that occurs; -1 for an empty picture.
+    int32_t brightest = -1;
+};
+HighlightLevels MeasureHighlights(const cv::Mat& gray);
+
 /// Finds the bright highlights of a picture: the brightest 0.05 percent of its pixels, grown
 /// together to spots, without those that are too large to be a highlight or too near to another.
 class StarAnalysis {
@@ -27,7 +36,7 @@ public:
     const float* Positions() const { return &positions[0][0]; }
 
 private:
-    int32_t CollectSpots(int32_t threshold, double brightest);
+    int32_t CollectSpots(const HighlightLevels& levels);
     void DropNeighbours(float radius);
 
     std::array<std::array<float, kFloats>, kMostStars> positions{};
@@ -36,8 +45,5 @@ private:
     cv::Mat gray;
     cv::Mat mask;
 };
-
-/// The grey level above which at most 0.05 percent of the pixels of an 8-bit picture lie: 0..255.
-int32_t HighlightThreshold(const cv::Mat& gray);
 
 }  // namespace kelmo
