@@ -61,6 +61,7 @@ private:
         held.clear();
         heldStart = sample;
         atEnd = false;
+        started = true;
         earliest = kUnknown;
     }
 

@@ -50,6 +50,14 @@ void ContainerFile::AddStreams(const AVCodecContext& video, const WriterOptions&
         soundStream->time_base = sound->TimeBase();
     }
     if (options.reproducible) format->flags |= AVFMT_FLAG_BITEXACT;
+    const std::string_view name = format->oformat->name;
+    if (soundStream && soundStream->codecpar->codec_id == AV_CODEC_ID_OPUS &&
+        (name == "matroska" || name == "webm")) {
+        // Matroska stores the delay of Opus, and readers subtract it from the time stamps.
+        const AVCodecParameters& parameters = *soundStream->codecpar;
+        soundShift = av_rescale_q(parameters.initial_padding, {1, parameters.sample_rate},
+                                  sound->TimeBase());
+    }
 }
 
 void ContainerFile::OpenFile() {
@@ -73,7 +81,9 @@ void ContainerFile::WriteHeader(bool reproducible) {
     if (reproducible) av_dict_set(&settings, "fflags", "+bitexact", 0);
     const int error = avformat_write_header(format.get(), &settings);
     av_dict_free(&settings);
-    if (error < 0) FailToWrite(path, "the header: " + LibavErrorText(error));
+    if (error < 0)
+        FailToWrite(path, "'" + std::string(name) +
+                              "' refuses these pictures or this sound: " + LibavErrorText(error));
 }
 
 void ContainerFile::CheckDisk() {
@@ -93,7 +103,11 @@ void ContainerFile::WriteVideo(AVPacket& packet) {
 }
 
 SoundTrack::Sink ContainerFile::SoundSink() {
-    return [this](AVPacket& packet) { Write(packet, *soundStream, sound->TimeBase()); };
+    return [this](AVPacket& packet) {
+        packet.pts += soundShift;
+        packet.dts += soundShift;
+        Write(packet, *soundStream, sound->TimeBase());
+    };
 }
 
 void ContainerFile::WriteAudio(const int16_t* samples, int count) {

@@ -44,6 +44,7 @@ private:
     AVStream* soundStream = nullptr;
     AVRational videoTimeBase{};
     std::unique_ptr<SoundTrack> sound;
+    int64_t soundShift = 0;  // in the time base of the sound
     bool closed = false;
 };
 

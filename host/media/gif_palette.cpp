@@ -18,11 +18,6 @@ int ChannelOf(int cell, int channel) {
     return (cell >> (10 - 5 * channel)) & 31;
 }
 
-// The middle of a cell on the scale of 0..255, whose ends stay ends.
-int Level(int fiveBits) {
-    return (fiveBits << 3) | (fiveBits >> 2);
-}
-
 // Bayer's 8x8 threshold matrix, 0..63, by interleaving the bits of x ^ y and y.
 int Threshold(int x, int y) {
     const int mixed = x ^ y;
@@ -37,17 +32,19 @@ int Threshold(int x, int y) {
 
 void GifPalette::CountColors(const uint8_t* bgra, int stride, int width, int height,
                              bool transparency) {
-    histogram.assign(kCells, 0);
+    histogram.assign(kCells, Cell());
     for (int y = 0; y < height; ++y) {
         const uint8_t* pixel = bgra + static_cast<int64_t>(y) * stride;
         for (int x = 0; x < width; ++x, pixel += 4) {
             if (transparency && pixel[3] < 128) continue;
-            ++histogram[CellOf(pixel[2], pixel[1], pixel[0])];
+            Cell& cell = histogram[CellOf(pixel[2], pixel[1], pixel[0])];
+            ++cell.pixels;
+            for (int channel = 0; channel < 3; ++channel) cell.sum[channel] += pixel[2 - channel];
         }
     }
     cells.clear();
     for (int cell = 0; cell < kCells; ++cell) {
-        if (histogram[cell]) cells.push_back(static_cast<uint16_t>(cell));
+        if (histogram[cell].pixels) cells.push_back(static_cast<uint16_t>(cell));
     }
 }
 
@@ -60,7 +57,7 @@ void GifPalette::Measure(Box& box) const {
             lowest[channel] = std::min(lowest[channel], value);
             highest[channel] = std::max(highest[channel], value);
         }
-        pixels += histogram[cells[i]];
+        pixels += histogram[cells[i]].pixels;
     }
     int extent = -1;
     for (int channel = 0; channel < 3; ++channel) {
@@ -89,11 +86,12 @@ void GifPalette::CutBoxes(int count) {
                       return ChannelOf(a, channel) < ChannelOf(b, channel);
                   });
         int64_t half = 0;
-        for (int i = box.begin; i < box.end; ++i) half += histogram[cells[i]];
+        for (int i = box.begin; i < box.end; ++i) half += histogram[cells[i]].pixels;
         half /= 2;
         int cut = box.begin;
-        for (int64_t passed = 0; cut < box.end - 1 && passed + histogram[cells[cut]] <= half;) {
-            passed += histogram[cells[cut++]];
+        for (int64_t passed = 0;
+             cut < box.end - 1 && passed + histogram[cells[cut]].pixels <= half;) {
+            passed += histogram[cells[cut++]].pixels;
         }
         cut = std::max(cut, box.begin + 1);
         Box upper{cut, box.end};
@@ -126,16 +124,16 @@ void GifPalette::Quantize(const uint8_t* bgra, int stride, int width, int height
     CutBoxes(transparency ? 255 : 256);
     colors.clear();
     for (const Box& box : boxes) {
-        int64_t sum[3] = {0, 0, 0}, pixels = 0;
+        uint64_t sum[3] = {0, 0, 0}, pixels = 0;
         for (int i = box.begin; i < box.end; ++i) {
-            const int64_t weight = histogram[cells[i]];
-            pixels += weight;
-            for (int channel = 0; channel < 3; ++channel) {
-                sum[channel] += weight * Level(ChannelOf(cells[i], channel));
-            }
+            const Cell& cell = histogram[cells[i]];
+            pixels += cell.pixels;
+            for (int channel = 0; channel < 3; ++channel) sum[channel] += cell.sum[channel];
         }
-        colors.push_back({static_cast<int>(sum[0] / pixels), static_cast<int>(sum[1] / pixels),
-                          static_cast<int>(sum[2] / pixels)});
+        const auto mean = [pixels](uint64_t total) {
+            return static_cast<int>((total + pixels / 2) / pixels);
+        };
+        colors.push_back({mean(sum[0]), mean(sum[1]), mean(sum[2])});
     }
     nearest.assign(kCells, -1);
     std::fill(palette, palette + 256, 0xff000000u);

@@ -22,6 +22,12 @@ public:
                   uint8_t* indices, int indexStride, uint32_t* palette);
 
 private:
+    // The pixels of a cell and the sums of their red, green and blue.
+    struct Cell {
+        uint32_t pixels = 0;
+        std::array<uint64_t, 3> sum{};
+    };
+
     struct Box {
         int begin = 0, end = 0;  // range of `cells`
         int longest = 0;         // channel of the largest extent
@@ -33,8 +39,8 @@ private:
     void CutBoxes(int colors);
     int Nearest(int red, int green, int blue);
 
-    std::vector<uint32_t> histogram;  // 32768 cells, 5 bits a channel
-    std::vector<uint16_t> cells;      // the cells in use, sorted into boxes
+    std::vector<Cell> histogram;  // 32768 cells, 5 bits a channel
+    std::vector<uint16_t> cells;  // the cells in use, sorted into boxes
     std::vector<Box> boxes;
     std::vector<std::array<int, 3>> colors;  // red, green, blue of each box
     std::vector<int16_t> nearest;            // cell -> colour, -1 unknown

@@ -65,7 +65,8 @@ struct ReaderOptions {
 // converted. Straight alpha is premultiplied here.
 //
 // Asking forwards is cheap: each frame is decoded once. A time before the last one seeks to the key
-// frame before it and decodes from there; if the file cannot, or does not deliver after a seek, it
+// frame before it and decodes from there; if the file cannot, does not deliver after a seek, or
+// stores too few time stamps to be exact then (MPEG program streams, AVI with reordered frames), it
 // is opened again and decoded from its start.
 //
 // A damaged or truncated file gives its last good frame from there on, and a warning.

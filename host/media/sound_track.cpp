@@ -39,6 +39,10 @@ public:
           duration(options.audioDuration),
           editList(editList) {
         input.KeepOnly(input.audioStream);
+        const AVCodecParameters& parameters = *input.Audio()->codecpar;
+        if (parameters.sample_rate > 0) {
+            hidden = static_cast<double>(parameters.initial_padding) / parameters.sample_rate;
+        }
         // A second early: the index may point anywhere inside of a stretch.
         if (start > 1 && input.seekable) input.SeekBefore(input.audioStream, start - 1);
     }
@@ -90,7 +94,8 @@ private:
         const double tick = av_q2d(TimeBase());
         const double time = TimeOf(*held);
         const double end = time + static_cast<double>(held->duration) * tick;
-        if (!begun && (editList ? end <= tick / 2 : time < -0.001)) {
+        // Elsewhere only what the decoder leaves out anyway may lie before the start.
+        if (!begun && (editList ? end <= tick / 2 : time < -hidden - tick / 2)) {
             // The packet before the first one warms the decoder up; an edit list hides it.
             if (editList) std::swap(held, before);
             beforeValid = editList;
@@ -114,6 +119,7 @@ private:
     double start;
     double duration;
     bool editList;
+    double hidden = 0;  // seconds that the decoder leaves out at its beginning
     LibavPtr<AVPacket> held = NewPacket();
     LibavPtr<AVPacket> before = NewPacket();
     bool heldValid = false;

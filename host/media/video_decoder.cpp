@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/media/video_decoder.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string_view>
 
 #include "host/media/media_error.h"
 
@@ -60,6 +63,7 @@ void VideoDecoder::Open() {
     rate = RateOf(*input.Video());
     draining = false;
     lastTimeKnown = false;
+    atStart = true;
 }
 
 void VideoDecoder::NoteDamage(const std::string& reason) {
@@ -130,16 +134,32 @@ void VideoDecoder::Describe(Frame& frame) {
     const double guess = lastTimeKnown ? lastTime + 1 / rate.PerSecond() : 0;
     frame.time = guess;
     if (stamp != AV_NOPTS_VALUE) {
+        // AVI counts packets: the first picture comes late by the reordering, and yet it is meant
+        // to be seen with the first sound.
+        if (atStart && std::string_view(input.format->iformat->name) == "avi") {
+            input.origin = Seconds(stamp, timeBase);
+        }
         const double time = Seconds(stamp, timeBase) - input.origin;
         // Time never stands still or runs back between two frames.
         if (!lastTimeKnown || time > lastTime) frame.time = time;
     }
+    atStart = false;
     lastTime = frame.time;
     lastTimeKnown = true;
 }
 
+bool VideoDecoder::Seekable() const {
+    if (!input.seekable) return false;
+    static constexpr std::string_view kStamped[] = {
+        "mov,mp4,m4a,3gp,3g2,mj2", "matroska,webm", "mpegts", "nut", "flv", "image2"};
+    const std::string_view name = input.format->iformat->name;
+    const bool stamped =
+        std::find(std::begin(kStamped), std::end(kStamped), name) != std::end(kStamped);
+    return stamped || (name == "avi" && codec->has_b_frames == 0);
+}
+
 bool VideoDecoder::SeekBefore(double seconds) {
-    if (!input.seekable || !input.SeekBefore(input.videoStream, seconds)) return false;
+    if (!Seekable() || !input.SeekBefore(input.videoStream, seconds)) return false;
     avcodec_flush_buffers(codec.get());
     draining = false;
     lastTimeKnown = false;

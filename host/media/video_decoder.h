@@ -37,7 +37,9 @@ public:
     const AVCodecContext& Codec() const { return *codec; }
     AVStream& Stream() const { return *input.Video(); }
     FrameRate Rate() const { return rate; }
-    bool Seekable() const { return input.seekable; }
+    // Whether times are exact after a seek. Containers that do not store a time stamp with every
+    // frame lose count where frames are reordered.
+    bool Seekable() const;
 
     // How much was left out so far, and the reason and time (seconds) of the first.
     int Damage() const { return damage; }
@@ -59,6 +61,7 @@ private:
     FrameRate rate;
     bool draining = false;
     bool delivered = false;  // a good frame since the beginning
+    bool atStart = true;     // no frame yet since the file was opened
     double lastTime = 0;
     bool lastTimeKnown = false;
     int damage = 0;
