@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "engine/shader/program_build.h"
+#include "engine/shader/reserved_names.h"
 
 namespace kelmo {
 namespace {
@@ -98,7 +99,7 @@ bool ShaderProgram::Introspect(GlDevice& device, std::string& error) {
                     "': arrays are declared as samplerBuffer and read with ArrayAt";
             return false;
         }
-        AddUniform(name, type, location);
+        AddUniform(std::string(PlainUniformName(name)), type, location);
     }
     if (static_cast<int>(samplers.size()) > device.Limits().textureUnits) {
         error = "the program reads " + std::to_string(samplers.size()) +

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Values that go in: kinds and conversions, arrays of any length, audio.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "engine/effect_stage.h"
@@ -48,6 +50,18 @@ TEST_F(EngineUniform, EveryKindArrivesAtItsPlace) {
                           effect.SetUniformMat3("m3", m);
                           effect.SetUniformMat4("m4", m);
                           effect.SetUniformInt("b", 1);
+                      }),
+              kGreen);
+}
+
+TEST_F(EngineUniform, ANameThatGlslReservesIsDeclaredWithAnUnderscore) {
+    const std::string fragment = R"(
+        uniform float filter_; uniform float mine_;
+        void main() { fragColor = vec4(0, filter_, mine_, 1); })";
+    EXPECT_EQ(Compute(fragment,
+                      [](NLEOpenGLEngineEffect& effect) {
+                          effect.SetUniformFloat("filter", 1.0F);
+                          effect.SetUniformFloat("mine", 1.0F);
                       }),
               kGreen);
 }
