@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <array>
+#include <cstdlib>
 
 #include "geometry/bitmap_trace_steps.h"
 
@@ -8,97 +8,109 @@ namespace kelmo {
 
 namespace {
 
-/// Farther than any path is long.
+/// Farther than any path of a picture that we meet is long.
 constexpr int32_t kBeyond = 10000000;
 
-/// For each point the first later point that is not on the same horizontal or vertical run.
-std::vector<int32_t> NextCorners(const Path& path) {
-    std::vector<int32_t> next(path.len);
-    int32_t k = 0;
-    for (int32_t i = path.len - 1; i >= 0; --i) {
-        if (path.pt[i].x != path.pt[k].x && path.pt[i].y != path.pt[k].y) {
-            k = i + 1;
+int64_t WholeCross(const cv::Point& a, const cv::Point& b) {
+    return int64_t(a.x) * b.y - int64_t(a.y) * b.x;
+}
+
+int32_t Sign(int32_t v) {
+    return (v > 0) - (v < 0);
+}
+
+/// The walk in whole numbers, with the jumps from corner to corner that the search for straight
+/// lines makes.
+struct CornerWalk {
+    explicit CornerWalk(const Path& path)
+        : points(path.pt.begin(), path.pt.end()), nextCorner(path.len), direction(path.len) {
+        int32_t k = 0;
+        for (int32_t i = path.len - 1; i >= 0; --i) {
+            if (points[i].x != points[k].x && points[i].y != points[k].y) {
+                k = i + 1;
+            }
+            nextCorner[i] = k;
+            direction[i] = DirectionBit(points[k] - points[i]);
         }
-        next[i] = k;
     }
-    return next;
-}
 
-cv::Point2d SignOf(const cv::Point2d& d) {
-    return {double(TruncatedSign(d.x)), double(TruncatedSign(d.y))};
-}
+    /// One of four bits for the four directions along the axes.
+    static uint8_t DirectionBit(const cv::Point& d) {
+        return static_cast<uint8_t>(1 << ((3 + 3 * Sign(d.x) + Sign(d.y)) / 2));
+    }
 
-/// 0 to 3 for the four directions along the axes.
-int32_t Direction(const cv::Point2d& d) {
-    return (3 + 3 * TruncatedSign(d.x) + TruncatedSign(d.y)) / 2;
-}
+    std::vector<cv::Point> points;
+    /// For each point the first later one that is not on the same horizontal or vertical run.
+    std::vector<int32_t> nextCorner;
+    std::vector<uint8_t> direction;  ///< to the next corner
+};
 
 /// The cone in which a straight line from a point must stay to pass within half a pixel of all
 /// points so far. (0, 0) is no limit.
 struct Cone {
-    cv::Point2d first;
-    cv::Point2d second;
+    cv::Point first;
+    cv::Point second;
 
-    bool Excludes(const cv::Point2d& cur) const {
-        return Cross(first, cur) < 0 || Cross(second, cur) > 0;
+    bool Excludes(const cv::Point& cur) const {
+        return WholeCross(first, cur) < 0 || WholeCross(second, cur) > 0;
     }
 
-    void Narrow(const cv::Point2d& cur) {
+    void Narrow(const cv::Point& cur) {
         if (std::abs(cur.x) <= 1 && std::abs(cur.y) <= 1) {
             return;
         }
-        cv::Point2d off(cur.x + (cur.y >= 0 && (cur.y > 0 || cur.x < 0) ? 1 : -1),
-                        cur.y + (cur.x <= 0 && (cur.x < 0 || cur.y < 0) ? 1 : -1));
-        if (Cross(first, off) >= 0) {
+        cv::Point off(cur.x + (cur.y >= 0 && (cur.y > 0 || cur.x < 0) ? 1 : -1),
+                      cur.y + (cur.x <= 0 && (cur.x < 0 || cur.y < 0) ? 1 : -1));
+        if (WholeCross(first, off) >= 0) {
             first = off;
         }
         off = {cur.x + (cur.y <= 0 && (cur.y < 0 || cur.x < 0) ? 1 : -1),
                cur.y + (cur.x >= 0 && (cur.x > 0 || cur.y < 0) ? 1 : -1)};
-        if (Cross(second, off) <= 0) {
+        if (WholeCross(second, off) <= 0) {
             second = off;
         }
     }
 
     /// How many steps of `step` beyond `cur` stay inside.
-    int32_t Steps(const cv::Point2d& cur, const cv::Point2d& step) const {
-        const double a = Cross(first, cur);
-        const double b = Cross(first, step);
-        const double c = Cross(second, cur);
-        const double d = Cross(second, step);
-        int32_t count = kBeyond;
+    int32_t Steps(const cv::Point& cur, const cv::Point& step) const {
+        const int64_t b = WholeCross(first, step);
+        const int64_t d = WholeCross(second, step);
+        int64_t count = kBeyond;
         if (b < 0) {
-            count = -(Truncate(a) / Truncate(b));
+            count = -(WholeCross(first, cur) / b);
         }
         if (d > 0) {
-            count = std::min(count, -(Truncate(c) / Truncate(d)));
+            count = std::min(count, -(WholeCross(second, cur) / d));
         }
-        return count;
+        return static_cast<int32_t>(std::min<int64_t>(count, kBeyond));
     }
 };
 
 /// The last point that a straight line from point `i` reaches when later points are not looked at.
-int32_t Pivot(const Path& path, const std::vector<int32_t>& nextCorner, int32_t i) {
-    const std::vector<cv::Point2d>& pt = path.pt;
-    const int32_t n = path.len;
-    std::array<int32_t, 4> directions{};
-    ++directions[Direction(pt[Mod(i + 1, n)] - pt[i])];
+int32_t Pivot(const CornerWalk& walk, int32_t i) {
+    constexpr int kAllDirections = 15;
+    const auto n = static_cast<int32_t>(walk.points.size());
+    const cv::Point origin = walk.points[i];
+    int directions = CornerWalk::DirectionBit(walk.points[Mod(i + 1, n)] - origin);
     Cone cone;
-    int32_t k = nextCorner[i];
+    int32_t k = walk.nextCorner[i];
     int32_t k1 = i;
     do {
-        ++directions[Direction(pt[k] - pt[k1])];
-        if (directions[0] && directions[1] && directions[2] && directions[3]) {
+        directions |= walk.direction[k1];
+        if (directions == kAllDirections) {
             return k1;
         }
-        const cv::Point2d cur = pt[k] - pt[i];
+        const cv::Point cur = walk.points[k] - origin;
         if (cone.Excludes(cur)) {
             break;
         }
         cone.Narrow(cur);
         k1 = k;
-        k = nextCorner[k1];
+        k = walk.nextCorner[k1];
     } while (Cyclic(k, i, k1));
-    const int32_t steps = cone.Steps(pt[k1] - pt[i], SignOf(pt[k] - pt[k1]));
+    const cv::Point step = walk.points[k] - walk.points[k1];
+    const int32_t steps =
+        cone.Steps(walk.points[k1] - origin, cv::Point(Sign(step.x), Sign(step.y)));
     return Mod(k1 + steps, n);
 }
 
@@ -182,10 +194,10 @@ void ComputeSums(Path& path) {
 
 void ComputeStraightReach(Path& path) {
     const int32_t n = path.len;
-    const std::vector<int32_t> nextCorner = NextCorners(path);
+    const CornerWalk walk(path);
     std::vector<int32_t> pivot(n);
     for (int32_t i = n - 1; i >= 0; --i) {
-        pivot[i] = Pivot(path, nextCorner, i);
+        pivot[i] = Pivot(walk, i);
     }
     // A line from i must also do for all points behind i: the nearest end counts.
     path.lon.resize(n);

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <opencv2/imgproc.hpp>
+#include <thread>
 
 namespace kelmo::test {
 
@@ -36,8 +38,26 @@ std::vector<double> Crossings(const Polygons& polygons, double y) {
 }  // namespace
 
 const std::vector<std::unique_ptr<Path>>& Tracer::Run() {
-    Trace(&sourceBitmap, &workBitmap);
+#ifdef __SANITIZE_THREAD__
+    // The end of OpenCV's loop is not seen as such, and every result would look like a race.
+    cv::setNumThreads(1);
+#endif
+    Trace(&sourceBitmap, &copyBitmap);
     return GetPathList();
+}
+
+const std::vector<std::unique_ptr<Path>>& Tracer::RunOnTwoThreads() {
+    bitmap = &sourceBitmap;
+    workBitmap = &copyBitmap;
+    FindPaths();
+    const int count = static_cast<int>(pathList.size());
+    std::vector<int32_t> order(pathList.size());
+    std::iota(order.begin(), order.end(), 0);
+    const parallelBitmapTraceInvoker invoker(this, &order);
+    std::thread other([&] { invoker(cv::Range(0, count / 2)); });
+    invoker(cv::Range(count / 2, count));
+    other.join();
+    return pathList;
 }
 
 cv::Mat Drawing(const std::vector<std::string>& rows) {

@@ -13,8 +13,10 @@ namespace kelmo::test {
 class Tracer : public BitmapTrace {
 public:
     /// Traces a picture in which 0 is ink.
-    explicit Tracer(const cv::Mat& picture) : source(picture.clone()), work(picture.clone()) {}
+    explicit Tracer(const cv::Mat& picture) : source(picture.clone()), copy(picture.clone()) {}
     const std::vector<std::unique_ptr<Path>>& Run();
+    /// The same, the paths being worked out in two halves on two threads of the test's own.
+    const std::vector<std::unique_ptr<Path>>& RunOnTwoThreads();
 
     using BitmapTrace::alphaMax;
     using BitmapTrace::isReady;
@@ -24,9 +26,9 @@ public:
 
 private:
     cv::Mat source;
-    cv::Mat work;
+    cv::Mat copy;
     Bitmap sourceBitmap{source};
-    Bitmap workBitmap{work};
+    Bitmap copyBitmap{copy};
 };
 
 /// '#' is ink (0), everything else empty (255).
