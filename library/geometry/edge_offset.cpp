@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "geometry/edge_offset.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace kelmo {
@@ -10,6 +11,8 @@ namespace {
 constexpr double kStraightLimit = 0.0001;
 // Unit directions are stored as floats, so a mitre divisor below this is their rounding alone.
 constexpr double kReversalLimit = 1e-6;
+
+const cv::Point2f kAlongX(1, 0);
 
 cv::Point2d Unit(const cv::Point2d& vector) {
     const double length = std::hypot(vector.x, vector.y);
@@ -80,7 +83,9 @@ std::vector<cv::Point2f> StepDirections(const std::vector<cv::Point2f>& edges) {
     for (size_t k = 0; k < steps.size(); ++k) {
         steps[k] = UnitVector(edges[2 * k + 1] - edges[2 * k]);
     }
-    return FilledFromBefore(std::move(steps));
+    steps = FilledFromBefore(std::move(steps));
+    if (!steps.empty() && !HasLength(steps[0])) std::fill(steps.begin(), steps.end(), kAlongX);
+    return steps;
 }
 
 }  // namespace kelmo

@@ -32,8 +32,8 @@ cv::Point2f OffsetDirection(const cv::Point2f& incoming, const cv::Point2f& outg
 std::vector<EdgeCoreInfo> OffsetDirections(const std::vector<cv::Point2f>& points);
 
 /// The unit direction of each step of a polyline given as pairs (step k from place 2k to 2k + 1). A
-/// step without length takes the direction of the step before it, wrapping around; (0, 0) when no
-/// step has one.
+/// step without length takes the direction of the step before it, wrapping around; when no step has
+/// one, all run along x, so that what is built on them still has normals.
 std::vector<cv::Point2f> StepDirections(const std::vector<cv::Point2f>& edges);
 
 }  // namespace kelmo

@@ -18,6 +18,8 @@ constexpr double kSmallestSize = 1e-9;
 constexpr double kSizeUnit = 30;
 constexpr float kDepthPerExtrude = 1.8f;
 constexpr float kWallKind = 1;
+// Two directions whose sum is shorter run against each other, but for what an offset bent them.
+constexpr float kReversal = 1e-3f;
 
 // The size of a group that bevels are relative to: for text that of the smallest glyph, so that all
 // glyphs get the same bevel; for a mask the narrower side of each shape.
@@ -56,7 +58,7 @@ std::pair<cv::Point2f, cv::Point2f> FaceStep(const Contours& contours, size_t gr
 // Half the sum of the two steps' outward normals, not of length 1.
 cv::Vec3f WallNormal(const cv::Point2f& direction, const cv::Point2f& neighbour) {
     const cv::Point2f sum = direction + neighbour;
-    if (std::abs(sum.x) + std::abs(sum.y) < 1e-4f) return {-direction.y, direction.x, 0};
+    if (std::abs(sum.x) + std::abs(sum.y) < kReversal) return {-direction.y, direction.x, 0};
     return {-sum.y / 2, sum.x / 2, 0};
 }
 
