@@ -11,110 +11,90 @@
 namespace kelmo {
 namespace {
 
-// Keywords of GLSL 3.30 and words that it keeps for later; of the long families of sampler and
-// matrix types only the common ones, since nobody calls a parameter "isamplerCubeArray".
-constexpr std::string_view kKeywords[] = {
-    "active",
-    "asm",
-    "attribute",
-    "bool",
-    "break",
-    "bvec2",
-    "bvec3",
-    "bvec4",
-    "case",
-    "cast",
-    "centroid",
-    "class",
-    "common",
-    "const",
-    "continue",
-    "default",
-    "discard",
-    "do",
-    "double",
-    "else",
-    "enum",
-    "extern",
-    "external",
-    "false",
-    "filter",
-    "fixed",
-    "flat",
-    "float",
-    "for",
-    "goto",
-    "half",
-    "highp",
-    "if",
-    "in",
-    "inline",
-    "inout",
-    "input",
-    "int",
-    "interface",
-    "invariant",
-    "isampler2D",
-    "ivec2",
-    "ivec3",
-    "ivec4",
-    "layout",
-    "long",
-    "lowp",
-    "mat2",
-    "mat3",
-    "mat4",
-    "mediump",
-    "namespace",
-    "noinline",
-    "noperspective",
-    "out",
-    "output",
-    "partition",
-    "precision",
-    "public",
-    "resource",
-    "return",
-    "sample",
-    "sampler1D",
-    "sampler2D",
-    "sampler2DArray",
-    "sampler2DRect",
-    "sampler3D",
-    "samplerBuffer",
-    "samplerCube",
-    "short",
-    "sizeof",
-    "smooth",
-    "static",
-    "struct",
-    "subroutine",
-    "superp",
-    "switch",
-    "template",
-    "this",
-    "true",
-    "typedef",
-    "uint",
-    "uniform",
-    "union",
-    "unsigned",
-    "using",
-    "usampler2D",
-    "uvec2",
-    "uvec3",
-    "uvec4",
-    "varying",
-    "vec2",
-    "vec3",
-    "vec4",
-    "void",
-    "volatile",
-    "while",
-};
+// Words that GLSL 3.30 keeps for itself and that yet are good names for a parameter: the engine
+// maps them to a uniform with an underscore behind it.
+constexpr std::string_view kReservedWords[] = {
+    "active", "cast",      "common",   "default", "discard", "external", "filter",
+    "fixed",  "flat",      "half",     "input",   "inline",  "long",     "output",
+    "packed", "partition", "public",   "sample",  "short",   "smooth",   "static",
+    "superp", "switch",    "template", "this",    "union",   "using",    "volatile"};
 
-bool IsKeyword(std::string_view text) {
-    return std::find(std::begin(kKeywords), std::end(kKeywords), text) != std::end(kKeywords);
+// Its other keywords; of the long families of sampler and matrix types only the common ones, since
+// nobody calls a parameter "isamplerCubeArray".
+constexpr std::string_view kKeywords[] = {"asm",
+                                          "attribute",
+                                          "bool",
+                                          "break",
+                                          "bvec2",
+                                          "bvec3",
+                                          "bvec4",
+                                          "case",
+                                          "centroid",
+                                          "class",
+                                          "const",
+                                          "continue",
+                                          "do",
+                                          "double",
+                                          "else",
+                                          "enum",
+                                          "extern",
+                                          "false",
+                                          "float",
+                                          "for",
+                                          "goto",
+                                          "highp",
+                                          "if",
+                                          "in",
+                                          "inout",
+                                          "int",
+                                          "interface",
+                                          "invariant",
+                                          "isampler2D",
+                                          "ivec2",
+                                          "ivec3",
+                                          "ivec4",
+                                          "layout",
+                                          "lowp",
+                                          "mat2",
+                                          "mat3",
+                                          "mat4",
+                                          "mediump",
+                                          "namespace",
+                                          "noinline",
+                                          "noperspective",
+                                          "out",
+                                          "precision",
+                                          "resource",
+                                          "return",
+                                          "sampler1D",
+                                          "sampler2D",
+                                          "sampler2DArray",
+                                          "sampler2DRect",
+                                          "sampler3D",
+                                          "samplerBuffer",
+                                          "samplerCube",
+                                          "sizeof",
+                                          "struct",
+                                          "subroutine",
+                                          "true",
+                                          "typedef",
+                                          "uint",
+                                          "uniform",
+                                          "unsigned",
+                                          "usampler2D",
+                                          "uvec2",
+                                          "uvec3",
+                                          "uvec4",
+                                          "varying",
+                                          "vec2",
+                                          "vec3",
+                                          "vec4",
+                                          "void",
+                                          "while"};
+
+template <std::size_t N>
+bool IsOneOf(const std::string_view (&words)[N], std::string_view text) {
+    return std::find(std::begin(words), std::end(words), text) != std::end(words);
 }
 
 bool IsLetter(char c) {
@@ -236,7 +216,7 @@ private:
                         std::set<std::string>& names) {
         if (param.name.empty()) {
             Report(key, "has no NAME");
-        } else if (!IsGlslIdentifier(param.name)) {
+        } else if (!IsGlslIdentifier(UniformName(param.name))) {
             Report(key, "NAME cannot be a uniform: " + param.name);
         } else if (!names.insert(param.name).second) {
             Report(key, "NAME stands twice: " + param.name);
@@ -290,7 +270,11 @@ bool IsGlslIdentifier(std::string_view text) {
            std::all_of(text.begin(), text.end(),
                        [](char c) { return IsLetter(c) || IsDigit(c); }) &&
            !text.starts_with("gl_") && text.find("__") == std::string_view::npos &&
-           !IsKeyword(text);
+           !IsOneOf(kReservedWords, text) && !IsOneOf(kKeywords, text);
+}
+
+std::string UniformName(std::string_view parameter) {
+    return std::string(parameter) + (IsOneOf(kReservedWords, parameter) ? "_" : "");
 }
 
 }  // namespace kelmo

@@ -24,8 +24,9 @@ struct DescriptionProblem {
 ///
 /// Checked: the GUID's form; a display name; that shaders, their extern groups and the pictures of
 /// all textures exist (each file of a numbered sequence, up to the first one missing); that each
-/// parameter has a name that is a usable GLSL identifier and stands once; MIN <= DEFAULT <= MAX for
-/// numbers. Names are checked for all types, since any of them may become a uniform.
+/// parameter has a name that a shader can declare and stands once; MIN <= DEFAULT <= MAX for
+/// numbers. Names are checked for all types, since any of them may become a uniform. A name that is
+/// a GLSL keyword is sound: its uniform has an underscore behind it (`UniformName`).
 ///
 /// Indices count what was read: elements that the reader drops (an unknown parameter type) have
 /// none.
@@ -37,5 +38,9 @@ bool IsGuid(std::string_view text);
 /// True for what a GLSL 3.30 shader can declare: an identifier that is no keyword and not reserved
 /// ("gl_..." and double underscores).
 bool IsGlslIdentifier(std::string_view text);
+
+/// The uniform of the parameter of that name: the name itself, or "filter_" for the keyword
+/// "filter".
+std::string UniformName(std::string_view parameter);
 
 }  // namespace kelmo

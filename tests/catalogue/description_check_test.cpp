@@ -57,6 +57,7 @@ TEST_F(DescriptionCheckTest, FindsNothingWrongWithASoundDescription) {
     param->maxValue = NLEParamValue::Float(1);
     param->defaultValue = NLEParamValue::Float(1);
     AddParam("picture", kParamText);
+    AddParam("filter", kParamFloat);  // declared as filter_
     EXPECT_THAT(CheckDescription(info), IsEmpty());
 }
 
@@ -87,6 +88,7 @@ TEST_F(DescriptionCheckTest, NamesEachFault) {
         {"TEXTURES[0]", "s0002.png", [&] { AddTexture(folder.Path("s[100].png")); }},
         {"TEXTURES[0]", "without files", [&] { AddTexture(folder.Path("s[0].png")); }},
         {"PARAMS[0]", "no NAME", [&] { AddParam("", kParamInt); }},
+        {"PARAMS[0]", "float", [&] { AddParam("float", kParamInt); }},
         {"PARAMS[0]", "2nd", [&] { AddParam("2nd", kParamInt); }},
         {"PARAMS[1]", "twice", [&] { AddParam("a", kParamInt), AddParam("a", kParamText); }},
         {"PARAMS[0]", "missing", [&] { AddParam("a", kParamInt), info.AddParam(0, nullptr); }},
@@ -160,6 +162,13 @@ TEST(DescriptionForms, KnowWhatAShaderCanDeclare) {
                                    "filter", "sampler2D", "while", "active"}) {
         EXPECT_FALSE(IsGlslIdentifier(text)) << text;
     }
+}
+
+TEST(DescriptionForms, PutAnUnderscoreBehindReservedWords) {
+    EXPECT_EQ(UniformName("filter"), "filter_");
+    EXPECT_EQ(UniformName("filters"), "filters");
+    EXPECT_EQ(UniformName("float"), "float");
+    EXPECT_EQ(UniformName(""), "");
 }
 
 TEST(TexturePath, ExpandsNumberedSequences) {

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // kelmo-material: assembles the catalogue from its folders, and checks descriptions and shaders.
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <regex>
 #include <string>
 #include <vector>
 
 #include "catalogue/description_check.h"
 #include "catalogue/filter_catalogue.h"
+#include "framework/effect_registry.h"
 #include "tools/material/assemble.h"
 #include "tools/material/shader_compiler.h"
+#include "tools/material/unused_params.h"
 
 namespace {
 
@@ -36,23 +35,11 @@ int Assemble(const std::string& resources) {
     return 0;
 }
 
-std::string ReadText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-/// Parameters that no shader of the filter reads. Only for filters without a class of their own: a
-/// class may read a parameter on the CPU.
-std::vector<std::string> UnusedParams(const NLEFilterInfo& info) {
-    std::string source = ReadText(info.openglPath) + ReadText(info.vertexPath);
-    std::vector<std::string> unused;
-    for (int32_t i = 0; i < info.paramCount; ++i) {
-        const auto param = info.GetParam(i);
-        if (!param || param->type == kParamText || param->type == kParamPointer) continue;
-        const std::regex declaration("uniform\\s+\\w+\\s+" + param->name + "\\s*;");
-        if (!std::regex_search(source, declaration)) unused.push_back(param->name);
-    }
-    return unused;
+/// A class may read parameters on the CPU, and a sub-filter gets those of its owner.
+bool HasOwnClass(const NLEFilterInfo& info) {
+    const EffectRegistry& registry = EffectRegistry::Instance();
+    return registry.Find(info.typeName) != nullptr || registry.Find(info.guid) != nullptr ||
+           !info.subGuid.empty();
 }
 
 int CheckAll(const std::string& resources, const std::string& enginePath) {
@@ -64,6 +51,7 @@ int CheckAll(const std::string& resources, const std::string& enginePath) {
     }
     FilterCatalogue catalogue;
     LoadCatalogueInto(catalogue, resources);
+    const std::string commonFolder = resources + "/qor_effect/material/common";
     int problems = 0;
     for (const auto& info : catalogue.All()) {
         const auto report = [&](const std::string& text) {
@@ -74,10 +62,9 @@ int CheckAll(const std::string& resources, const std::string& enginePath) {
             report(problem.key + ": " + problem.message);
         }
         for (const std::string& line : compiler.Compile(*info)) report(line);
-        if (info->typeName.empty() && info->subGuid.empty() && info->function == 0) {
-            for (const std::string& name : UnusedParams(*info)) {
-                report("no shader declares the parameter " + name);
-            }
+        if (HasOwnClass(*info)) continue;
+        for (const std::string& name : material::UnusedParams(*info, commonFolder)) {
+            report("no shader declares the parameter " + name);
         }
     }
     std::printf("%zu filters checked, %d problems\n", catalogue.Count(), problems);
