@@ -8,16 +8,15 @@
 #include <cmath>
 #include <cstring>
 #include <mutex>
-#include <opencv2/core/hal/hal.hpp>
+
+#include "framework/audio_kernels.h"
 
 namespace kelmo {
 
 namespace {
 
-/// Silence below, full scale above: powers of -150 and -10 decibels.
-constexpr float kFloorPower = 1e-15F;
+/// Full scale: the power of -10 decibels.
 constexpr double kTopPower = 0.1;
-constexpr float kFallOff = 0.9F;
 constexpr double kTwoPi = 6.28318530718;
 /// What a host without sound counts as.
 constexpr int32_t kSilentSamples = 128;
@@ -70,23 +69,6 @@ int32_t IntegerPart(float value) {
     return static_cast<int32_t>(std::clamp(value, -kLimit, kLimit));
 }
 
-template <int32_t channels>
-void MixDown(const uint8_t* bytes, int32_t samples, int32_t channelCount, float* output) {
-    const int32_t count = channels > 0 ? channels : channelCount;
-    const float scale = 1.0F / 32768.0F / static_cast<float>(count);
-    for (int32_t i = 0; i < samples; ++i) {
-        int32_t sum = 0;
-        for (int32_t channel = 0; channel < count; ++channel) {
-            int16_t word = 0;
-            // The host's samples need not be aligned.
-            std::memcpy(&word, bytes, sizeof word);
-            bytes += sizeof word;
-            sum += word;
-        }
-        output[i] = static_cast<float>(sum) * scale;
-    }
-}
-
 }  // namespace
 
 /// The numbers of one run's level scale.
@@ -97,24 +79,20 @@ struct AudioAnalysis::Scale {
 
     explicit Scale(float compressRatio) : exponent(compressRatio), floor(-150.0F), top(-10.0F) {
         if (exponent == 0.0F) return;
-        floor = static_cast<float>(std::pow(static_cast<double>(kFloorPower), exponent));
+        floor = static_cast<float>(std::pow(static_cast<double>(audio::kFloorPower), exponent));
         top = static_cast<float>(std::pow(kTopPower, exponent));
     }
 
     /// Never 0: exponents near 0 leave nothing between the ends.
     float Extent() const { return top != floor ? top - floor : 1.0F; }
 
-    /// Levels of powers; both arrays may not overlap.
-    void LevelsOf(const float* powers, float* levels, int count) const {
-        if (exponent == 1.0F) {
-            std::memcpy(levels, powers, sizeof(float) * static_cast<std::size_t>(count));
-            return;
+    /// Turns powers of at least kFloorPower into levels.
+    void ToLevels(float* powers, int32_t count) const {
+        if (exponent == 0.0F) {
+            audio::ToDecibels(powers, count, floor);
+        } else if (exponent != 1.0F) {
+            audio::Raise(powers, count, exponent, floor);
         }
-        cv::hal::log32f(powers, levels, count);
-        const float factor =
-            exponent == 0.0F ? static_cast<float>(10.0 / std::log(10.0)) : exponent;
-        for (int i = 0; i < count; ++i) levels[i] *= factor;
-        if (exponent != 0.0F) cv::hal::exp32f(levels, levels, count);
     }
 };
 
@@ -155,8 +133,7 @@ bool AudioAnalysis::Prepare(int32_t samples, float frameRate, float floor) {
         const auto bins = static_cast<std::size_t>(binCount);
         levels.assign(bins, floor);
         spectrum.assign(bins, 0.0F);
-        fallOff.assign(bins, kFallOff);
-        powers.assign(bins, 0.0F);
+        fallOff.assign(bins, audio::kFallOff);
         newLevels.assign(bins, floor);
         sampleRate = static_cast<float>(samples) * frameRate;
         binWidth = sampleRate * 0.5F / static_cast<float>(binCount);
@@ -179,23 +156,14 @@ void AudioAnalysis::TakeSamples(const AudioInput& input, int32_t samples) {
     std::memmove(history, history + samples, kept * sizeof(float));
     const int64_t frameBytes = int64_t{input.channels} * 2;
     const auto present = static_cast<int32_t>(std::min<int64_t>(samples, input.bytes / frameBytes));
-    const auto* const bytes = static_cast<const uint8_t*>(input.data);
+    // The host's samples need not be aligned; the copy is.
+    words.resize(static_cast<std::size_t>(present) * static_cast<std::size_t>(input.channels));
+    if (!words.empty()) std::memcpy(words.data(), input.data, words.size() * sizeof(int16_t));
     float* const fresh = history + kept;
-    switch (input.channels) {
-        case 1:
-            MixDown<1>(bytes, present, 1, fresh);
-            break;
-        case 2:
-            MixDown<2>(bytes, present, 2, fresh);
-            break;
-        default:
-            MixDown<0>(bytes, present, input.channels, fresh);
-            break;
-    }
+    audio::MixDown(words.data(), present, input.channels, fresh);
     std::fill(fresh + present, fresh + samples, 0.0F);
 
-    const float* const hann = window.data();
-    for (int32_t i = 0; i < fftSize; ++i) fftInput[i] = hann[i] * history[i];
+    audio::Multiply(window.data(), history, fftSize, fftInput);
     fftwf_execute(static_cast<fftwf_plan>(fftPlan));
 }
 
@@ -207,23 +175,10 @@ AudioAnalysis::BinRange AudioAnalysis::PickBand(const AudioSettings& settings) c
 }
 
 void AudioAnalysis::FindLevels(BinRange range, const Scale& scale) {
-    const float inverse = 1.0F / static_cast<float>(fftSize);
-    const float* const output = fftOutput[0];
-    float* const power = powers.data();
-    for (int32_t k = range.first; k <= range.last; ++k) {
-        const float re = output[2 * k] * inverse;
-        const float im = output[2 * k + 1] * inverse;
-        const float p = re * re + im * im;
-        power[k] = p > kFloorPower ? p : kFloorPower;
-    }
-    float* const level = newLevels.data();
-    scale.LevelsOf(power + range.first, level + range.first, range.last - range.first + 1);
-    // The logarithm of the floor is not exactly the floor: silence has to be.
-    const float floor = scale.floor;
-    for (int32_t k = range.first; k <= range.last; ++k) {
-        const float l = level[k] > floor ? level[k] : floor;
-        level[k] = power[k] > kFloorPower ? l : floor;
-    }
+    const int32_t count = range.last - range.first + 1;
+    float* const fresh = newLevels.data() + range.first;
+    audio::Powers(fftOutput[range.first], count, 1.0F / static_cast<float>(fftSize), fresh);
+    scale.ToLevels(fresh, count);
 }
 
 void AudioAnalysis::Smooth(BinRange range, const Scale& scale, float smoothing) {
@@ -236,54 +191,33 @@ void AudioAnalysis::Smooth(BinRange range, const Scale& scale, float smoothing) 
 }
 
 void AudioAnalysis::Fall(BinRange range, const Scale& scale, bool samePosition) {
-    const float* const fresh = newLevels.data();
-    float* const level = levels.data();
-    float* const fall = fallOff.data();
-    const float floor = scale.floor;
+    const int32_t count = range.last - range.first + 1;
+    const float* const fresh = newLevels.data() + range.first;
+    float* const level = levels.data() + range.first;
+    float* const factor = fallOff.data() + range.first;
     if (samePosition) {
-        for (int32_t k = range.first; k <= range.last; ++k) {
-            level[k] = fresh[k];
-            fall[k] = kFallOff;
-        }
-        return;
-    }
-    for (int32_t k = range.first; k <= range.last; ++k) {
-        const float fallen = (level[k] - floor) * fall[k] + floor;
-        const float fallNext = fall[k] * kFallOff;
-        const bool rises = fresh[k] > level[k];
-        level[k] = rises ? fresh[k] : fallen;
-        fall[k] = rises ? kFallOff : fallNext;
+        std::copy_n(fresh, count, level);
+        std::fill_n(factor, count, audio::kFallOff);
+    } else {
+        audio::RiseOrFall(fresh, count, scale.floor, level, factor);
     }
 }
 
 float AudioAnalysis::Stretch(BinRange range, const Scale& scale, const AudioSettings& settings) {
+    const int32_t count = range.last - range.first + 1;
+    const float* const level = levels.data() + range.first;
+    float* const value = spectrum.data() + range.first;
     const float low = settings.audioMin;
     const float high = settings.audioMax;
-    const float floor = scale.floor;
-    const float extent = scale.Extent();
-    const float* const level = levels.data();
-    float* const value = spectrum.data();
+    const float factor = 1.0F / scale.Extent();
     if (low == high) {
-        for (int32_t k = range.first; k <= range.last; ++k) {
-            value[k] = (level[k] - floor) / extent > low ? 1.0F : 0.0F;
-        }
+        std::transform(level, level + count, value, [&scale, factor, low](float l) {
+            return (l - scale.floor) * factor > low ? 1.0F : 0.0F;
+        });
     } else {
-        const float span = high - low;
-        for (int32_t k = range.first; k <= range.last; ++k) {
-            float n = (level[k] - floor) / extent;
-            n = n > low ? n : low;
-            n = n < high ? n : high;
-            value[k] = (n - low) / span;
-        }
+        audio::Stretch(level, count, {scale.floor, factor, low, high, 1.0F / (high - low)}, value);
     }
-    // Four sums that do not wait for each other.
-    float sums[4] = {};
-    int32_t k = range.first;
-    for (; k + 3 <= range.last; k += 4) {
-        for (int32_t i = 0; i < 4; ++i) sums[i] += value[k + i];
-    }
-    for (; k <= range.last; ++k) sums[0] += value[k];
-    return (sums[0] + sums[1]) + (sums[2] + sums[3]);
+    return audio::Sum(value, count);
 }
 
 void AudioAnalysis::Analyse(const AudioInput& given, const AudioSettings& givenSettings,

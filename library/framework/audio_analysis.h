@@ -102,13 +102,14 @@ private:
     float sampleRate = 0.0F;
     /// The last N mono samples, -1..1.
     std::vector<float> sampleHistory;
+    /// The samples of the frame as they came.
+    std::vector<int16_t> words;
     std::vector<float> window;
     std::vector<float> levels;
     /// Factor of the next fall of each bin.
     std::vector<float> fallOff;
     std::vector<float> spectrum;
-    /// Of a run: power of each bin, and its level.
-    std::vector<float> powers;
+    /// Levels of a run before they are compared with `levels`.
     std::vector<float> newLevels;
     float intensity = 0.0F;
     int32_t firstBin = 0;
