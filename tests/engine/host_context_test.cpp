@@ -2,6 +2,7 @@
 // The host's road: the engine works in the context that is current, and leaves it as it was.
 #include <dlfcn.h>
 #include <epoxy/gl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engine/effect_stage.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures that go in: orientation, layouts, odd sizes, and what a slot keeps.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstring>

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a pass draws: attributes, instances, lines, blending, depth, culling, clearing.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <array>
 
 #include "engine/effect_stage.h"
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // From files to programs: includes, variants, and errors that name the author's line.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engine/effect/effect_shaders.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Where pictures go: CPU and GPU targets, intermediates and their exchange, sizes, reading back.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engine/effect_stage.h"

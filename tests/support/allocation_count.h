@@ -37,6 +37,15 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
 void* operator new[](std::size_t size, std::align_val_t alignment) {
     return kelmo::test::CountedAllocation(size, static_cast<std::size_t>(alignment));
 }
+// Libraries that we load may call these: what they get is freed by the operators below.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    ++kelmo::test::allocationCount;
+    return std::malloc(size > 0 ? size : 1);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    ++kelmo::test::allocationCount;
+    return std::malloc(size > 0 ? size : 1);
+}
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
