@@ -8,7 +8,7 @@ uniform float flash;
 uniform float split;  // in heights of the frame
 
 void main() {
-    float beat = smoothstep(0.15, 0.95, audio_intensity);
+    float beat = smoothstep(0.1, 0.9, audio_intensity);
     vec2 p = ToHeightUnits(vTexCoord) / (1.0 + zoom * beat);
     vec2 shift = p * split * beat * 2.0;
     vec4 mid = Input0(FromHeightUnits(p));

@@ -9,6 +9,15 @@ uniform float width;     // of the line, in heights of the frame
 uniform float glow;
 uniform int color;
 
+const float kPiece = 0.004;  // length of a piece along x, in heights of the frame
+const float kReach = 4.0;    // pieces on each side
+
+float ToSegment(vec2 p, vec2 from, vec2 to) {
+    vec2 along = to - from;
+    float t = clamp(dot(p - from, along) / max(dot(along, along), 1e-12), 0.0, 1.0);
+    return length(p - from - t * along);
+}
+
 float Swing(float x) {
     // Low tones in the middle, high ones outside; the swing dies at the borders.
     float at = abs(x * 2.0 - 1.0);
@@ -20,11 +29,14 @@ float Swing(float x) {
 void main() {
     vec4 c = Input0(vTexCoord);
     float y = vTexCoord.y - (1.0 - position);
+    // Distance to short pieces of the curve on both sides: a line of even width where it is steep too.
     float d = 1e9;
-    for (int k = -4; k <= 4; ++k) {  // the nearest of some points of the curve: a line of even width
-        float dx = float(k) * 0.0025;
-        float sy = Swing(vTexCoord.x + dx / Aspect());
-        d = min(d, min(length(vec2(dx, y - sy)), length(vec2(dx, y + sy))));
+    vec2 last = vec2(-kReach * kPiece, Swing(vTexCoord.x - kReach * kPiece / Aspect()));
+    for (float k = 1.0 - kReach; k <= kReach; k += 1.0) {
+        float dx = k * kPiece;
+        vec2 next = vec2(dx, Swing(vTexCoord.x + dx / Aspect()));
+        d = min(d, min(ToSegment(vec2(0.0, y), last, next), ToSegment(vec2(0.0, -y), last, next)));
+        last = next;
     }
     vec3 colour = UnpackColor(color);
     float line = 1.0 - smoothstep(0.5 * width, width, d);

@@ -8,20 +8,31 @@ uniform float size;   // distance of two dots in heights of the frame
 uniform float angle;  // degrees, added to all screens
 uniform int cmyk;
 
+// Below this many pixels a cell is grey rather than a dot: small pictures get fewer dots.
+const float kLeastCell = 5.0;
+
+// Radius of the dot that covers the part `ink` of its cell, in cells. Up to pi / 4 the dot is a whole
+// circle; from there it grows into its neighbours until it reaches the cell's corners.
+float DotRadius(float ink) {
+    return mix(0.5642 * sqrt(ink), 0.7072, smoothstep(0.75, 1.0, ink));
+}
+
 // Ink of one screen at this place: 1 inked. `channel` picks the plate: 0..2 cyan, magenta, yellow, 3 black.
 float Screen1(int channel, float degrees) {
-    vec2 p = Rotate(ToHeightUnits(vTexCoord), radians(degrees)) / size;
+    float cell = max(size, kLeastCell / uResolution.y);
+    vec2 p = Rotate(ToHeightUnits(vTexCoord), radians(degrees)) / cell;
     vec2 centre = floor(p) + 0.5;
-    vec2 uv = FromHeightUnits(Rotate(centre * size, -radians(degrees)));
+    vec2 uv = FromHeightUnits(Rotate(centre * cell, -radians(degrees)));
     vec3 rgb = Straight(Input0(clamp(uv, 0.0, 1.0)));
     float black = 1.0 - max(rgb.r, max(rgb.g, rgb.b));
     float ink;
     if (cmyk == 0) ink = 1.0 - Luma(rgb);
     else if (channel == 3) ink = black;
     else ink = (1.0 - rgb[channel] - black) / max(1.0 - black, 0.001);
-    float dotRadius = sqrt(clamp(ink, 0.0, 1.0)) * 0.72;  // full ink covers the cell's corners
-    float pixel = 1.0 / (size * uResolution.y);
-    return 1.0 - smoothstep(dotRadius - pixel, dotRadius + pixel, length(p - centre));
+    ink = clamp(ink, 0.0, 1.0);
+    float dotRadius = DotRadius(ink);
+    float pixel = min(1.0 / (cell * uResolution.y), dotRadius);
+    return 1.0 - smoothstep(dotRadius - pixel, dotRadius + max(pixel, 1e-4), length(p - centre));
 }
 
 void main() {

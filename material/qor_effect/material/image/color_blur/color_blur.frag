@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Blurs red, green and blue each by its own amount. Slot 1 is the feathered picture.
-uniform float uEnhance;            // lifts the light of the blurred part
+// Blurs red, green and blue each by its own amount: soft fringes of colour. Slot 1 is the feathered picture.
+#include "color.glsl"
+
+uniform float uEnhance;            // lifts bright places, as far as the picture is blurred
 uniform float WholeBlurIntension;  // blur of all three
 uniform float RBlurIntension;
 uniform float GBlurIntension;
@@ -11,7 +13,10 @@ void main() {
     vec4 soft = Input1(vTexCoord);
     vec3 own = vec3(RBlurIntension, GBlurIntension, BBlurIntension);
     vec3 part = 1.0 - (1.0 - own) * (1.0 - WholeBlurIntension);
-    vec3 lifted = min(soft.rgb * (1.0 + uEnhance * soft.rgb), vec3(1.0));
     float alpha = mix(sharp.a, soft.a, max(part.r, max(part.g, part.b)));
-    fragColor = vec4(min(mix(sharp.rgb, lifted, part), alpha), alpha);
+    // The same lift for the three channels: only edges may change their colour.
+    vec3 rgb = mix(sharp.rgb, soft.rgb, part);
+    float lift = uEnhance * Luma(soft.rgb) * dot(part, vec3(1.0 / 3.0));
+    rgb = alpha - (alpha - min(rgb, alpha)) / (1.0 + lift);
+    fragColor = vec4(rgb, alpha);
 }
