@@ -37,7 +37,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 if(KELMO_SANITIZE)
   target_compile_options(kelmo_options INTERFACE
-    -fsanitize=${KELMO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    -fsanitize=${KELMO_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
+    -O1 -g1)  # the higher levels double the build for reports that are no better
   target_link_options(kelmo_options INTERFACE -fsanitize=${KELMO_SANITIZE})
 endif()
 if(KELMO_FUZZ)
