@@ -86,6 +86,19 @@ int Rounded(int size, int shift) {
     return (size + (1 << shift) - 1) >> shift << shift;
 }
 
+// What the format itself allows; the encoders say it less clearly.
+int LargestSideOf(AVCodecID codec) {
+    switch (codec) {
+        case AV_CODEC_ID_H264:
+            return 16384;
+        case AV_CODEC_ID_VP8:
+        case AV_CODEC_ID_WEBP:
+            return 16383;
+        default:
+            return 65535;
+    }
+}
+
 int DefaultQuality(const AVCodec& codec) {
     const std::string_view name = codec.name;
     if (name == "libx264" || name == "libx264rgb") return 20;
@@ -150,6 +163,12 @@ VideoFormat ChooseVideoFormat(const std::string& path, const std::string& contai
 VideoEncoder::VideoEncoder(const std::string& path, const VideoFormat& format,
                            const WriterOptions& options, bool globalHeader)
     : path(path), width(options.width), height(options.height) {
+    const int largest = LargestSideOf(format.codec->id);
+    if (width > largest || height > largest) {
+        FailToWrite(path, std::string(format.codec->name) + " takes at most " +
+                              std::to_string(largest) +
+                              " pixels a side; choose a smaller size or another encoder");
+    }
     SetUp(format, options, globalHeader);
     const int error = avcodec_open2(context.get(), format.codec, nullptr);
     if (error < 0) {

@@ -310,7 +310,7 @@ TEST(MediaWriter, RefusesWhatCannotWorkWithAReasonAndAHint) {
         {OutputPath("x.mp3"), Options(8, 8), "holds no pictures"},
         {OutputPath("x.mp4"), Options(0, 8), "size of 0x8"},
         {OutputPath("x.mp4"), Options(100000, 8), "size of 100000x8"},
-        {OutputPath("x.mp4"), Options(30000, 3000), "does not take 30000x3000"},
+        {OutputPath("x.mp4"), Options(30000, 3000), "at most 16384 pixels a side"},
         {OutputPath("x.mp4"), noRate, "rate of 0/1"},
         {OutputPath("x.mp4"), badCodec, "no_such_codec"},
         {OutputPath("x.avi.gif"), wrongCodec, "'gif' refuses"},

@@ -161,11 +161,12 @@ TEST(FrameThreads, DecodeRenderAndEncodeRunBesideEachOther) {
     const std::string source =
         clips::Make("pipeline.mp4", clips::Numbered(40) + "-c:v libx264 -crf 8");
     const std::string path = clips::OutputPath("pipeline_out.mkv");
-    auto reader = MediaReader::Open(source);
+    auto reader = MediaReader::Open(source, {.threads = 1});
     WriterOptions options;
     options.width = reader->Info().width;
     options.height = reader->Info().height;
     options.videoCodec = "ffv1";
+    options.threads = 1;
     auto writer = MediaWriter::Open(path, options);
     {
         FramePrefetcher input(
@@ -182,7 +183,7 @@ TEST(FrameThreads, DecodeRenderAndEncodeRunBesideEachOther) {
         output.Finish();
     }
     writer->Finish();
-    auto result = MediaReader::Open(path);
+    auto result = MediaReader::Open(path, {.threads = 1});
     Picture picture;
     for (int frame : {0, 17, 39}) {
         ASSERT_TRUE(result->ReadFrameAt(frame / 25.0, picture));
