@@ -78,11 +78,14 @@ void PoseTracker::FindNew(PicturePyramid& frame) {
     for (const RotatedSquare& region : regions) {
         if (bodies.size() >= kMaxBodies) return;
         if (IsKnown(region)) continue;
-        BodyShape found;
-        if (!estimator.Run(frame, region, found)) continue;
+        // The first look finds the body's own region, the second one its points.
+        BodyShape rough, found;
+        if (!estimator.Run(frame, region, rough)) continue;
+        const RotatedSquare own = BodyRegion(rough.points[kBodyCentre], rough.points[kBodyTop]);
+        if (!estimator.Run(frame, own, found)) continue;
         TrackedBody body;
         body.smoothing = OneEuro(kSmoothing);
-        Take(found, region, body);
+        Take(found, own, body);
         if (IsKnown(body.region)) continue;
         body.number = nextNumber++;
         bodies.push_back(std::move(body));

@@ -1,43 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ai/runtime/network.h"
 
-#include <array>
-#include <cstring>
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "ai/runtime/custom_ops.h"
 
 namespace kelmo {
 
+namespace {
+
+using Output = NetworkSpec::Output;
+
+constexpr Output kMaskOutputs[] = {{"activation_10", 256 * 256}};
+constexpr Output kFaceOutputs[] = {{"reshaped_regressor_face_4", 2304 * 16},
+                                   {"reshaped_classifier_face_4", 2304}};
+constexpr Output kNearFaceOutputs[] = {{"regressors", 896 * 16}, {"classificators", 896}};
+constexpr Output kMeshOutputs[] = {{"conv2d_21", 468 * 3}, {"conv2d_31", 1}};
+constexpr Output kAttentionOutputs[] = {
+    {"output_mesh_identity", 468 * 3}, {"conv_faceflag", 1},         {"output_lips", 80 * 2},
+    {"output_left_eye", 71 * 2},       {"output_right_eye", 71 * 2}, {"output_left_iris", 5 * 2},
+    {"output_right_iris", 5 * 2}};
+constexpr Output kPoseOutputs[] = {{"Identity", 2254 * 12}, {"Identity_1", 2254}};
+constexpr Output kLandmarkOutputs[] = {
+    {"Identity", 39 * 5}, {"Identity_1", 1}, {"Identity_3", 64 * 64 * 39}};
+
+constexpr NetworkSpec kSpecs[] = {
+    {"person_mask.tflite", 256, 256, kMaskOutputs},
+    {"face_detector.tflite", 192, 192, kFaceOutputs},
+    {"face_detector_near.tflite", 128, 128, kNearFaceOutputs},
+    {"face_mesh.tflite", 192, 192, kMeshOutputs},
+    {"face_mesh_attention.tflite", 192, 192, kAttentionOutputs},
+    {"pose_detector.tflite", 224, 224, kPoseOutputs},
+    {"pose_landmarks.tflite", 256, 256, kLandmarkOutputs},
+};
+static_assert(std::size(kSpecs) == size_t(NetworkId::kCount));
+
+}  // namespace
+
 const NetworkSpec& SpecOf(NetworkId id) {
-    static const std::array<NetworkSpec, size_t(NetworkId::kCount)> specs = {{
-        {"person_mask.tflite", 256, 256, {{"activation_10", 256 * 256}}},
-        {"face_detector.tflite",
-         192,
-         192,
-         {{"reshaped_regressor_face_4", 2304 * 16}, {"reshaped_classifier_face_4", 2304}}},
-        {"face_detector_near.tflite",
-         128,
-         128,
-         {{"regressors", 896 * 16}, {"classificators", 896}}},
-        {"face_mesh.tflite", 192, 192, {{"conv2d_21", 468 * 3}, {"conv2d_31", 1}}},
-        {"face_mesh_attention.tflite",
-         192,
-         192,
-         {{"output_mesh_identity", 468 * 3},
-          {"conv_faceflag", 1},
-          {"output_lips", 80 * 2},
-          {"output_left_eye", 71 * 2},
-          {"output_right_eye", 71 * 2},
-          {"output_left_iris", 5 * 2},
-          {"output_right_iris", 5 * 2}}},
-        {"pose_detector.tflite", 224, 224, {{"Identity", 2254 * 12}, {"Identity_1", 2254}}},
-        {"pose_landmarks.tflite",
-         256,
-         256,
-         {{"Identity", 39 * 5}, {"Identity_1", 1}, {"Identity_3", 64 * 64 * 39}}},
-    }};
-    return specs[size_t(id)];
+    return kSpecs[size_t(id)];
 }
 
 NetworkModel::NetworkModel(const TensorRuntime& runtime, TfLiteModel* model)

@@ -23,7 +23,8 @@ enum class NetworkId {
 };
 
 /// What a network must look like to be used: 32-bit floats, one picture of three channels (red,
-/// green, blue) as input, outputs by name with their number of values.
+/// green, blue) as input, outputs by name with their number of values. A constant: it is still
+/// there when a process ends while a network is being loaded.
 struct NetworkSpec {
     struct Output {
         const char* name;
@@ -32,7 +33,7 @@ struct NetworkSpec {
     const char* file;
     int inputWidth;
     int inputHeight;
-    std::vector<Output> outputs;
+    std::span<const Output> outputs;
 };
 const NetworkSpec& SpecOf(NetworkId id);
 
