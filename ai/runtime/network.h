@@ -72,7 +72,7 @@ public:
     /// Rows from the top, three values a pixel.
     std::span<float> Input() const { return input; }
     bool Run();
-    /// Output `index` of the specification, valid until the next run.
+    /// Output `index` of those asked for, valid until the next run.
     std::span<const float> Output(size_t index) const { return outputs[index]; }
 
 private:

@@ -20,7 +20,7 @@ std::atomic<uint8_t> noOpenGLDevice{1};
 struct EngineState {
     std::mutex lock;
     std::string testFolder;
-    DynamicLibrary library;
+    DynamicLibrary loaded;
     CreateNLEOpenGLEffectEngineInstanceFn create = nullptr;
     DestroyNLEOpenGLEffectEngineInstanceFn destroy = nullptr;
     NLEOpenGLEffectEngine* engine = nullptr;
@@ -59,7 +59,7 @@ bool LoadEngine(EngineState& state, const std::string& name) {
     }
     NLEOpenGLEffectEngine* const engine = MakeEngine(create);
     if (!engine) return false;
-    state.library = std::move(library);
+    state.loaded = std::move(library);
     state.create = create;
     state.destroy = destroy;
     state.engine = engine;
@@ -89,7 +89,7 @@ void DestroyEngine(EngineState& state) {
 void ForgetLibrary(EngineState& state) {
     state.create = nullptr;
     state.destroy = nullptr;
-    state.library = DynamicLibrary();
+    state.loaded = DynamicLibrary();
 }
 
 }  // namespace
