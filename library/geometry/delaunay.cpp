@@ -30,6 +30,15 @@ float WorkingScale(const std::vector<cv::Point2f>& points) {
     return std::exp2(std::ceil(std::log2(kWorkingSize / farthest)));
 }
 
+struct Workspace {
+    cv::Subdiv2D subdivision;
+    std::vector<cv::Point2f> points;
+    std::vector<cv::Vec6f> found;
+};
+
+// A workspace of this many points takes about a megabyte.
+constexpr size_t kMaxKeptPoints = 4096;
+
 void TriangulateByFallback(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points) {
     if (points.size() > kMaxFallbackPoints) {
         LogError("GetDelaunayTriangleList: %zu points are too many for the fallback",
@@ -42,26 +51,29 @@ void TriangulateByFallback(std::vector<Triangle2f>& out, const std::vector<cv::P
 }  // namespace
 
 void GetDelaunayTriangleList(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points) {
+    // Repairs triangulate thousands of handfuls of points; the memory stays for the next one.
+    thread_local Workspace workspace;
     const float scale = WorkingScale(points);
-    std::vector<cv::Point2f> scaled(points);
-    for (cv::Point2f& point : scaled) point *= scale;
-    std::vector<cv::Vec6f> found;
+    workspace.points.assign(points.begin(), points.end());
+    for (cv::Point2f& point : workspace.points) point *= scale;
     try {
-        cv::Subdiv2D subdivision;
-        subdivision.initDelaunay(cv::Rect(-kHalfSize, -kHalfSize, 2 * kHalfSize, 2 * kHalfSize));
-        subdivision.insert(scaled);
-        subdivision.getTriangleList(found);
+        workspace.subdivision.initDelaunay(
+            cv::Rect(-kHalfSize, -kHalfSize, 2 * kHalfSize, 2 * kHalfSize));
+        workspace.subdivision.insert(workspace.points);
+        workspace.subdivision.getTriangleList(workspace.found);
     } catch (const cv::Exception& error) {
         LogError("GetDelaunayTriangleList error:%s,try use DelaunayTriangle to do", error.what());
+        workspace = Workspace();
         TriangulateByFallback(out, points);
         return;
     }
-    out.reserve(out.size() + found.size());
-    for (cv::Vec6f& corners : found) {
-        for (int i = 0; i < 6; ++i) corners[i] /= scale;
+    out.reserve(out.size() + workspace.found.size());
+    for (cv::Vec6f& corners : workspace.found) {
+        corners /= scale;
         out.push_back(
             {{corners[0], corners[1]}, {corners[2], corners[3]}, {corners[4], corners[5]}});
     }
+    if (points.size() > kMaxKeptPoints) workspace = Workspace();
 }
 
 }  // namespace kelmo

@@ -25,52 +25,36 @@ Polyline FinitePoints(const Polyline& points) {
     return finite;
 }
 
-// A step without length has no direction; the contour is the same without it.
-Polyline WithoutRepeats(const Polyline& points) {
-    Polyline kept = FinitePoints(points);
-    kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
-    while (kept.size() > 1 && kept.front() == kept.back()) kept.pop_back();
-    return kept;
-}
-
-struct FaceContour {
-    explicit FaceContour(const Polyline& points) : line(WithoutRepeats(points)), probe(line) {}
-    Polyline line;
-    ContourProbe probe;
-};
-
 }  // namespace
 
 void Triangulate(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points,
                  const Polyline& outer, const std::vector<const Polyline*>& holes) {
     const Polyline finite = FinitePoints(points);
     if (finite.size() < 3) return;
-    const FaceContour outerContour(outer);
-    if (outerContour.line.size() < 3) return;
-    std::vector<FaceContour> holeContours;
-    holeContours.reserve(holes.size());
-    for (const Polyline* hole : holes) holeContours.emplace_back(*hole);
+    std::vector<FaceContour> contours;  // the outer one first
+    contours.reserve(holes.size() + 1);
+    contours.emplace_back(outer, true);
+    if (contours[0].line.size() < 3) return;
+    for (const Polyline* hole : holes) contours.emplace_back(*hole, false);
 
-    FaceTriangleList triangles(finite.size());
     std::vector<Triangle2f> unconstrained;
     GetDelaunayTriangleList(unconstrained, finite);
+    FaceTriangleList triangles(finite.size());
     triangles.Append(unconstrained);
+    for (FaceContour& contour : contours) contour.Number(triangles);
 
     int32_t firstPlace = 0;  // what the first round left has passed all probes already
     for (int round = 0; round < 2; ++round) {
-        for (const FaceContour& hole : holeContours) RecoverEdges(triangles, hole.line);
-        RecoverEdges(triangles, outerContour.line);
-        CarveTriangles(triangles, outerContour.probe, true, firstPlace);
-        for (const FaceContour& hole : holeContours) {
-            CarveTriangles(triangles, hole.probe, false, firstPlace);
+        for (size_t hole = 1; hole < contours.size(); ++hole) {
+            RecoverEdges(triangles, contours[hole]);
+        }
+        RecoverEdges(triangles, contours[0]);
+        for (const FaceContour& contour : contours) {
+            CarveTriangles(triangles, contour, firstPlace);
         }
         firstPlace = triangles.PlaceCount();
     }
-
-    RepairVertices(triangles, outerContour.line, outerContour.probe, true);
-    for (const FaceContour& hole : holeContours) {
-        RepairVertices(triangles, hole.line, hole.probe, false);
-    }
+    for (const FaceContour& contour : contours) RepairVertices(triangles, contour);
     triangles.MoveTo(out);
 }
 

@@ -22,6 +22,16 @@ void FaceTriangleList::Box::Include(const Box& other) {
     maxY = std::max(maxY, other.maxY);
 }
 
+FaceTriangleList::FaceTriangleList(size_t expectedPoints) : points(expectedPoints) {
+    const size_t expected = expectedPoints * 5 / 2;  // two for each point, and repairs
+    triangles.reserve(expected);
+    corners.reserve(expected);
+    erased.reserve(expected);
+    nextEntry.reserve(3 * expected);
+    firstEntry.reserve(expectedPoints);
+    lastEntry.reserve(expectedPoints);
+}
+
 void FaceTriangleList::Append(const Triangle2f& triangle) {
     const int32_t place = PlaceCount();
     if (place % kBlockSize == 0) {
@@ -32,8 +42,10 @@ void FaceTriangleList::Append(const Triangle2f& triangle) {
     triangles.push_back(triangle);
     erased.push_back(0);
     corners.push_back({points.Add(triangle.a), points.Add(triangle.b), points.Add(triangle.c)});
-    firstEntry.resize(points.Size(), -1);
-    lastEntry.resize(points.Size(), -1);
+    if (firstEntry.size() < points.Size()) {
+        firstEntry.resize(points.Size(), -1);
+        lastEntry.resize(points.Size(), -1);
+    }
     for (int32_t corner = 0; corner < 3; ++corner) {
         const int32_t number = corners.back()[corner];
         const int32_t entry = 3 * place + corner;
@@ -52,12 +64,12 @@ void FaceTriangleList::Append(const std::vector<Triangle2f>& added) {
 }
 
 bool FaceTriangleList::HasEdge(int32_t first, int32_t second) const {
-    bool found = false;
-    ForEachAt(first, [&](int32_t place) {
-        const std::array<int32_t, 3>& numbers = corners[place];
-        found = found || std::find(numbers.begin(), numbers.end(), second) != numbers.end();
-    });
-    return found;
+    if (first == DelaunayPoints::kNone || second == DelaunayPoints::kNone) return false;
+    for (int32_t entry = firstEntry[first]; entry >= 0; entry = nextEntry[entry]) {
+        const auto& [a, b, c] = corners[entry / 3];
+        if (!IsErased(entry / 3) && (a == second || b == second || c == second)) return true;
+    }
+    return false;
 }
 
 void FaceTriangleList::MoveTo(std::vector<Triangle2f>& out) const {

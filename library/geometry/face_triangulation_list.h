@@ -16,7 +16,7 @@ namespace kelmo {
 /// finite. One thread at a time.
 class FaceTriangleList {
 public:
-    explicit FaceTriangleList(size_t expectedPoints) : points(expectedPoints) {}
+    explicit FaceTriangleList(size_t expectedPoints);
 
     void Append(const Triangle2f& triangle);
     void Append(const std::vector<Triangle2f>& added);

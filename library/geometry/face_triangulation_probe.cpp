@@ -32,14 +32,17 @@ ContourProbe::ContourProbe(const std::vector<cv::Point2f>& contour) {
         return;
     }
     minY = maxY = contour[0].y;
-    maxX = contour[0].x;
+    minX = maxX = contour[0].x;
     double climb = 0;  // the way up and down along the contour
     for (size_t i = 0; i < count; ++i) {
         minY = std::min(minY, contour[i].y);
         maxY = std::max(maxY, contour[i].y);
+        minX = std::min(minX, contour[i].x);
         maxX = std::max(maxX, contour[i].x);
         climb += std::abs(static_cast<double>(contour[(i + 1) % count].y) - contour[i].y);
     }
+    // So close to the left of an edge rounding decides; leave that to the test itself.
+    minX -= (maxX - minX) / 256;
     const double height = static_cast<double>(maxY) - minY;
     if (height > 0 && climb > 0) {
         const double most = kMaxSlabsPerEdge * static_cast<double>(count) * height / climb;
@@ -73,7 +76,8 @@ int ContourProbe::SlabOf(float y) const {
 }
 
 int ContourProbe::Side(const cv::Point2f& point) const {
-    if (!(point.y >= minY && point.y <= maxY && point.x <= maxX)) return -1;
+    const bool isNear = point.y >= minY && point.y <= maxY && point.x >= minX && point.x <= maxX;
+    if (!isNear) return -1;
     const int slab = SlabOf(point.y);
     bool isInside = false;  // an odd number of edges to the right
     for (uint32_t i = firstOfSlab[slab]; i < firstOfSlab[slab + 1]; ++i) {

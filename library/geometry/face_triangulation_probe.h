@@ -28,6 +28,7 @@ private:
 
     float minY = 0;
     float maxY = -1;
+    float minX = 0;  // a little further out than the points
     float maxX = 0;
     float slabsPerUnit = 0;
     int slabCount = 1;

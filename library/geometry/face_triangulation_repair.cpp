@@ -125,23 +125,31 @@ void RecoverEdge(FaceTriangleList& triangles, const cv::Point2f& a, const cv::Po
     triangles.Append(added);
 }
 
-bool IsCarved(const Triangle2f& triangle, const ContourProbe& probe, bool isOuter) {
+bool IsFinite(const cv::Point2f& point) {
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+// A step without length has no direction; the contour is the same without it.
+Polyline WithoutRepeats(const Polyline& points) {
+    Polyline kept;
+    kept.reserve(points.size());
+    for (const cv::Point2f& point : points) {
+        if (IsFinite(point) && (kept.empty() || point != kept.back())) kept.push_back(point);
+    }
+    while (kept.size() > 1 && kept.front() == kept.back()) kept.pop_back();
+    return kept;
+}
+
+bool IsCarved(const Triangle2f& triangle, const FaceContour& contour) {
+    const ContourProbe& probe = contour.probe;
     const auto& [a, b, c] = triangle;
     const cv::Point2f ab = (a + b) / 2;
     const cv::Point2f ac = (a + c) / 2;
     const cv::Point2f bc = (b + c) / 2;
-    const int wrongSide = isOuter ? -1 : 1;
+    const int wrongSide = contour.isOuter ? -1 : 1;
     return probe.Side((a + ab + ac) / 3) == wrongSide ||
            probe.Side((b + ab + bc) / 3) == wrongSide || probe.Side((c + ac + bc) / 3) == wrongSide;
 }
-
-// The triangles around one point of a contour.
-struct Fan {
-    std::vector<cv::Point2f> corners;  ///< but for the point itself and its neighbours
-    double cosineSum = 0;              ///< degrees
-    double sineSum = 0;                ///< degrees
-    bool hasNext = false;              ///< a triangle stands on the edge to the next point
-};
 
 struct ContourPoint {
     cv::Point2f previous;
@@ -149,25 +157,80 @@ struct ContourPoint {
     cv::Point2f next;
 };
 
-void AddToFan(Fan& fan, const Triangle2f& triangle, const ContourPoint& at, bool isOuter) {
-    std::array<cv::Point2f, 2> others;
-    size_t count = 0;
-    for (const cv::Point2f& corner : Corners(triangle)) {
-        if (corner != at.point && count < 2) others[count++] = corner;
+// The triangles around one point of a contour: for each its two corners other than the point.
+struct Fan {
+    struct Blade {
+        cv::Point2f first;
+        cv::Point2f second;
+    };
+    std::vector<Blade> blades;
+    std::vector<cv::Point2f> openEnds;  ///< corners of one blade alone, but for the neighbours
+    bool hasNext = false;               ///< a triangle stands on the edge to the next point
+    bool isClosed = false;  ///< one run of blades from neighbour to neighbour: no open ends
+};
+
+uint64_t Scatter(int32_t number) {
+    uint64_t value = static_cast<uint64_t>(number) * 0x9E3779B97F4A7C15u;
+    value = (value ^ value >> 30) * 0xBF58476D1CE4E5B9u;
+    return value ^ value >> 31;
+}
+
+Fan::Blade BladeOf(const Triangle2f& triangle, const cv::Point2f& point) {
+    if (triangle.a == point) return {triangle.b, triangle.c};
+    if (triangle.b == point) return {triangle.a, triangle.c};
+    return {triangle.a, triangle.b};
+}
+
+void CollectFan(Fan& fan, const FaceTriangleList& triangles, const FaceContour& contour,
+                size_t index) {
+    const size_t count = contour.line.size();
+    const int32_t center = contour.numbers[index];
+    const int32_t next = contour.numbers[(index + 1) % count];
+    const int32_t previous = contour.numbers[(index + count - 1) % count];
+    // Corners that occur twice cancel out, so that a fan without open ends leaves its neighbours.
+    uint64_t left = Scatter(next) ^ Scatter(previous);
+    fan.blades.clear();
+    fan.hasNext = false;
+    triangles.ForEachAt(center, [&](int32_t place) {
+        const auto& [a, b, c] = triangles.CornersOf(place);
+        left ^= Scatter(a) ^ Scatter(b) ^ Scatter(c) ^ Scatter(center);
+        fan.hasNext = fan.hasNext || a == next || b == next || c == next;
+        fan.blades.push_back(BladeOf(triangles.At(place), contour.line[index]));
+    });
+    fan.isClosed = left == 0;
+}
+
+// How often the corner occurs, from 2 on not exactly.
+int CountInFan(const Fan& fan, const cv::Point2f& corner) {
+    int count = 0;
+    for (const Fan::Blade& blade : fan.blades) {
+        count += (blade.first == corner) + (blade.second == corner);
+        if (count > 1) break;
     }
-    for (size_t i = 0; i < count; ++i) {
-        if (others[i] == at.next) fan.hasNext = true;
-        if (others[i] != at.next && others[i] != at.previous) fan.corners.push_back(others[i]);
+    return count;
+}
+
+void CollectOpenEnds(Fan& fan, const ContourPoint& at) {
+    fan.openEnds.clear();
+    for (const Fan::Blade& blade : fan.blades) {
+        for (const cv::Point2f& corner : {blade.first, blade.second}) {
+            if (corner == at.next || corner == at.previous) continue;
+            if (CountInFan(fan, corner) == 1) fan.openEnds.push_back(corner);
+        }
     }
-    const cv::Point2f first = others[0] - at.point;
-    const cv::Point2f second = others[1] - at.point;
-    const double sine = SineAngle(first, second);
-    fan.cosineSum += CosineAngle(first, second);
-    fan.sineSum += isOuter ? std::abs(90 - sine) : sine + 90;
 }
 
 // Whether the triangles fill the contour's inner angle at the point, measured in two ways.
 bool IsComplete(const Fan& fan, const ContourPoint& at, bool isOuter) {
+    double cosineSum = 0;
+    double sineSum = 0;
+    for (const Fan::Blade& blade : fan.blades) {
+        const cv::Point2f first = blade.first - at.point;
+        const cv::Point2f second = blade.second - at.point;
+        const double sine = SineAngle(first, second);
+        cosineSum += CosineAngle(first, second);
+        sineSum += isOuter ? std::abs(90 - sine) : sine + 90;
+    }
     const cv::Point2f toNext = at.next - at.point;
     const cv::Point2f toPrevious = at.previous - at.point;
     const double turn = Cross(toNext, at.point - at.previous);
@@ -176,15 +239,12 @@ bool IsComplete(const Fan& fan, const ContourPoint& at, bool isOuter) {
     double angle2 = -SineAngle(toPrevious, toNext);
     if (!isOuter) angle2 = -angle2;
     if (angle2 < 0) angle2 += 360;
-    return !(angle1 > fan.cosineSum + kFanTolerance) && !(angle2 > fan.sineSum + kFanTolerance);
+    return !(angle1 > cosineSum + kFanTolerance) && !(angle2 > sineSum + kFanTolerance);
 }
 
-// The open ends of the fan, and the point: what a new triangulation has to join.
+// What a new triangulation has to join: the open ends of the fan, and the point.
 std::vector<cv::Point2f> GapInFan(const Fan& fan, const ContourPoint& at) {
-    std::vector<cv::Point2f> gap;
-    for (const cv::Point2f& corner : fan.corners) {
-        if (std::count(fan.corners.begin(), fan.corners.end(), corner) == 1) gap.push_back(corner);
-    }
+    std::vector<cv::Point2f> gap = fan.openEnds;
     gap.push_back(at.point);
     if (gap.size() == 2) gap.push_back(at.next);
     return gap;
@@ -192,50 +252,54 @@ std::vector<cv::Point2f> GapInFan(const Fan& fan, const ContourPoint& at) {
 
 }  // namespace
 
-void RecoverEdges(FaceTriangleList& triangles, const Polyline& contour) {
-    for (size_t i = 0; i < contour.size(); ++i) {
-        const cv::Point2f& a = contour[i];
-        const cv::Point2f& b = contour[(i + 1) % contour.size()];
-        if (a == b || triangles.HasEdge(triangles.NumberOf(a), triangles.NumberOf(b))) continue;
-        RecoverEdge(triangles, a, b);
+FaceContour::FaceContour(const Polyline& points, bool outer)
+    : line(WithoutRepeats(points)), probe(line), isOuter(outer) {}
+
+void FaceContour::Number(const FaceTriangleList& triangles) {
+    numbers.clear();
+    numbers.reserve(line.size());
+    for (const cv::Point2f& point : line) numbers.push_back(triangles.NumberOf(point));
+}
+
+void RecoverEdges(FaceTriangleList& triangles, const FaceContour& contour) {
+    const size_t count = contour.line.size();
+    for (size_t i = 0; i < count; ++i) {
+        const size_t next = i + 1 == count ? 0 : i + 1;
+        if (triangles.HasEdge(contour.numbers[i], contour.numbers[next])) continue;
+        if (contour.line[i] == contour.line[next]) continue;  // a contour of a single point
+        RecoverEdge(triangles, contour.line[i], contour.line[next]);
     }
 }
 
-void CarveTriangles(FaceTriangleList& triangles, const ContourProbe& probe, bool isOuter,
-                    int32_t firstPlace) {
+void CarveTriangles(FaceTriangleList& triangles, const FaceContour& contour, int32_t firstPlace) {
     for (int32_t place = firstPlace; place < triangles.PlaceCount(); ++place) {
-        if (!triangles.IsErased(place) && IsCarved(triangles.At(place), probe, isOuter)) {
+        if (!triangles.IsErased(place) && IsCarved(triangles.At(place), contour)) {
             triangles.Erase(place);
         }
     }
 }
 
-void CarveTriangles(std::vector<Triangle2f>& triangles, const ContourProbe& probe, bool isOuter) {
+void CarveTriangles(std::vector<Triangle2f>& triangles, const FaceContour& contour) {
     std::erase_if(triangles,
-                  [&](const Triangle2f& triangle) { return IsCarved(triangle, probe, isOuter); });
+                  [&](const Triangle2f& triangle) { return IsCarved(triangle, contour); });
 }
 
-void RepairVertices(FaceTriangleList& triangles, const Polyline& contour, const ContourProbe& probe,
-                    bool isOuter) {
-    const size_t count = contour.size();
+void RepairVertices(FaceTriangleList& triangles, const FaceContour& contour) {
+    const Polyline& line = contour.line;
+    const size_t count = line.size();
     std::vector<Triangle2f> collected;
     std::vector<Triangle2f> refilled;
     Fan fan;
     for (size_t i = 0; i < count; ++i) {
-        const ContourPoint at{contour[(i + count - 1) % count], contour[i],
-                              contour[(i + 1) % count]};
-        fan.corners.clear();
-        fan.cosineSum = fan.sineSum = 0;
-        fan.hasNext = false;
-        triangles.ForEachAt(triangles.NumberOf(at.point), [&](int32_t place) {
-            AddToFan(fan, triangles.At(place), at, isOuter);
-        });
-        if (!fan.hasNext || IsComplete(fan, at, isOuter)) continue;
-        const std::vector<cv::Point2f> gap = GapInFan(fan, at);
-        if (gap.size() < 3) continue;
+        CollectFan(fan, triangles, contour, i);
+        // Without an open end there is nothing to join, whatever the angles say.
+        if (!fan.hasNext || fan.isClosed) continue;
+        const ContourPoint at{line[(i + count - 1) % count], line[i], line[(i + 1) % count]};
+        CollectOpenEnds(fan, at);
+        if (fan.openEnds.empty() || IsComplete(fan, at, contour.isOuter)) continue;
         refilled.clear();
-        GetDelaunayTriangleList(refilled, gap);
-        CarveTriangles(refilled, probe, isOuter);
+        GetDelaunayTriangleList(refilled, GapInFan(fan, at));
+        CarveTriangles(refilled, contour);
         collected.insert(collected.end(), refilled.begin(), refilled.end());
     }
     triangles.Append(collected);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "geometry/face_triangulation.h"
@@ -9,23 +10,34 @@
 
 namespace kelmo {
 
-/// The passes that turn an unconstrained triangulation into that of a face. A contour must hold
-/// finite points without repeats one after the other; `isOuter` tells an outer contour (clockwise
-/// with y up) from a hole (counter-clockwise), `probe` is that of the same contour. The passes are
-/// the same as scans over the whole list for each edge or point, found through the list's indexes.
+/// A contour as the passes use it: finite points, none the same as the one before it. Outer
+/// contours run clockwise with y up, holes counter-clockwise.
+struct FaceContour {
+    FaceContour(const Polyline& points, bool outer);
+
+    /// Looks the points up in a list that has them all; those without a triangle stay without a
+    /// number. Repairs bring no new points, so once is enough.
+    void Number(const FaceTriangleList& triangles);
+
+    Polyline line;
+    ContourProbe probe;
+    std::vector<int32_t> numbers;  ///< of the points in the list of triangles
+    bool isOuter;
+};
+
+/// The passes that turn an unconstrained triangulation into that of a face: the same as scans over
+/// the whole list for each edge or point, found through the list's indexes.
 
 /// Forces the edges of the contour that are missing: triangles that cross one give way to a new
 /// triangulation of their corners on the material's side.
-void RecoverEdges(FaceTriangleList& triangles, const Polyline& contour);
+void RecoverEdges(FaceTriangleList& triangles, const FaceContour& contour);
 
 /// Erases, from `firstPlace` on, triangles of which a part lies outside the outer contour or inside
 /// the hole. Three points in each triangle are probed.
-void CarveTriangles(FaceTriangleList& triangles, const ContourProbe& probe, bool isOuter,
-                    int32_t firstPlace);
-void CarveTriangles(std::vector<Triangle2f>& triangles, const ContourProbe& probe, bool isOuter);
+void CarveTriangles(FaceTriangleList& triangles, const FaceContour& contour, int32_t firstPlace);
+void CarveTriangles(std::vector<Triangle2f>& triangles, const FaceContour& contour);
 
 /// Refills the gaps in the fans of triangles around the contour's points.
-void RepairVertices(FaceTriangleList& triangles, const Polyline& contour, const ContourProbe& probe,
-                    bool isOuter);
+void RepairVertices(FaceTriangleList& triangles, const FaceContour& contour);
 
 }  // namespace kelmo

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "geometry/vector_mesh.h"
 
+#include <algorithm>
 #include <new>
 
 namespace kelmo {
@@ -18,6 +19,12 @@ std::unique_ptr<float[]> NewZeros(size_t count) {
 
 void VectorMesh::NewDataBuffer(int64_t count) {
     if (count <= 0) return;
+    if (IsValid() && count <= capacity && count > capacity / 4) {
+        elements.reset();
+        std::fill_n(position.get(), count * 3 * kPositionComponents, 0.0f);
+        triangleCount = static_cast<int32_t>(count);
+        return;  // nobody writes to `meshInfo`: it is still zero
+    }
     Free();
     if (count > kMaxTriangles) return;
     const size_t vertices = static_cast<size_t>(count) * 3;
@@ -28,6 +35,7 @@ void VectorMesh::NewDataBuffer(int64_t count) {
     meshInfo = NewZeros(vertices * kMeshInfoComponents);
     centers = NewFloats(vertices * kCenterComponents);
     triangleCount = static_cast<int32_t>(count);
+    capacity = count;
     if (!IsValid()) Free();
 }
 
@@ -57,6 +65,7 @@ void VectorMesh::Free() {
     centers.reset();
     elements.reset();
     triangleCount = 0;
+    capacity = 0;
 }
 
 }  // namespace kelmo

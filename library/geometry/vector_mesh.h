@@ -49,6 +49,8 @@ public:
 
 private:
     void Free();
+
+    int64_t capacity = 0;  // triangles that the arrays hold
 };
 
 }  // namespace kelmo
