@@ -29,7 +29,7 @@ public:
 private:
     cv::Size size;
     cv::Mat reduced, previousReduced;
-    cv::Mat small, previousSmall;
+    cv::Mat halves[2], small, previousSmall;
 };
 
 }  // namespace kelmo
