@@ -18,8 +18,8 @@ enum class Succession {
 /// small copy of the frame, so that the same row of frames always gives the same row of answers.
 ///
 /// The same picture is one whose reduced copies (256 x 256) agree to the bit. A jump is a mean
-/// difference of more than 24 levels of 255 between 32 x 32 averages: a cut between two street scenes
-/// makes 43, a walking camera 2, a clip of a restless parrot mostly under 16.
+/// difference of more than 24 levels of 255 between 32 x 32 averages: a cut between two street
+/// scenes makes 43, a walking camera 2, a clip of a restless parrot mostly under 16.
 class PictureChange {
 public:
     Succession Next(PicturePyramid& frame);
