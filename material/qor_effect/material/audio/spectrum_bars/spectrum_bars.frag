@@ -32,6 +32,6 @@ void main() {
     vec3 colour = mix(UnpackColor(low_color), UnpackColor(high_color), clamp((y - position) / height, 0.0, 1.0));
     // A soft light around the bars, as if they shone.
     float glow = level * exp(-max(y - top, 0.0) / 0.05) * step(position, y) * step(0.0, x) * step(x, 1.0) * 0.25;
-    vec4 base = vec4(1.0 - (1.0 - c.rgb) * (1.0 - colour * glow), max(c.a, glow));
+    vec4 base = vec4(1.0 - (1.0 - c.rgb) * (1.0 - colour * glow), 1.0 - (1.0 - c.a) * (1.0 - glow));
     fragColor = Over(vec4(colour, 1.0) * 0.92 * bar, base);
 }

@@ -17,14 +17,15 @@ void main() {
     vec2 shift = direction * amount * pow(distance01, falloff);
     vec3 sum = vec3(0.0);
     vec3 weights = vec3(0.0);
-    float alpha = 0.0;
+    vec3 alphas = vec3(0.0);
     for (int k = 0; k < kSteps; ++k) {
         float t = (float(k) + 0.5) / float(kSteps);  // 0 red .. 1 blue
         vec3 w = max(1.0 - abs(vec3(t, t - 0.5, t - 1.0)) * 2.0, 0.0);
         vec4 c = Input0(FromHeightUnits(p + shift * (0.5 - t)));
         sum += w * c.rgb;
-        alpha += dot(w, vec3(1.0)) * c.a;
+        alphas += w * c.a;
         weights += w;
     }
-    fragColor = vec4(sum / weights, alpha / dot(weights, vec3(1.0)));
+    alphas /= weights;  // where one colour has moved over the border the place is covered
+    fragColor = vec4(sum / weights, max(alphas.r, max(alphas.g, alphas.b)));
 }

@@ -35,8 +35,9 @@ void main() {
     float line = smoothstep(0.12, 0.9, length(gradient) * strength) * tooth;
     vec4 c = Input0(vTexCoord);
     float dark = 1.0 - Luma(Straight(c));
-    float shade = smoothstep(0.45, 0.75, dark) * Strokes(p, 45.0, 0.008);
-    shade = max(shade, smoothstep(0.7, 0.92, dark) * Strokes(p, -40.0, 0.007));
+    float spacing = max(0.008, 4.0 / uResolution.y);  // strokes nearer than four pixels would blur
+    float shade = smoothstep(0.45, 0.75, dark) * Strokes(p, 45.0, spacing);
+    shade = max(shade, smoothstep(0.7, 0.92, dark) * Strokes(p, -40.0, 0.9 * spacing));
     float drawn = clamp(line + hatching * 0.75 * shade, 0.0, 1.0);
     vec3 sheet = UnpackColor(paper) * (0.97 + 0.03 * ValueNoise(p * 240.0));
     fragColor = Premultiplied(mix(Straight(c), mix(sheet, UnpackColor(ink), drawn), amount), c.a);

@@ -49,7 +49,9 @@ void main() {
                    step(0.55, ValueNoise(vec2(vTexCoord.x * 9.0 + line, float(frame))));
     tape.x += noise * streak * 0.55;
     vec3 rgb = FromYiq(tape);
-    rgb *= 1.0 - lines * 0.45 * (0.5 + 0.5 * cos(vTexCoord.y * kLines * 6.2831853));
+    // With less than two pixels a line the lines would beat against the pixels: an even grey instead.
+    float room = smoothstep(kLines, 2.0 * kLines, uResolution.y);
+    rgb *= 1.0 - lines * 0.45 * (0.5 + 0.5 * room * cos(vTexCoord.y * kLines * 6.2831853));
     rgb = mix(vec3(0.03, 0.02, 0.05), rgb, 0.94);
     vec4 clean = Input0(vTexCoord);
     fragColor = mix(clean, Premultiplied(rgb, c.a), amount);

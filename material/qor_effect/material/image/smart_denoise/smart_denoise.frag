@@ -6,7 +6,7 @@
 #include "color.glsl"
 
 uniform float strength;    // how different two places may be and still be mixed
-uniform float radius;      // in pixels of a picture 720 high
+uniform float radius;      // in pixels of a picture 720 high; smaller ones take as many, for noise lies in pixels
 uniform float detail;      // how much of what was removed from the edges comes back
 uniform int internalType;  // 0 first pass, 1 second
 
@@ -15,7 +15,7 @@ const int kReach = 3;
 vec4 Guide(vec2 uv) { return internalType == 0 ? Input0(uv) : Input1(uv); }
 
 void main() {
-    vec2 step = vec2(radius / float(kReach) * uResolution.y / 720.0) / uResolution;
+    vec2 step = vec2(radius / float(kReach) * max(uResolution.y / 720.0, 1.0)) / uResolution;
     float tolerance = (internalType == 0 ? 0.16 : 0.09) * strength + 0.001;
     vec4 centre = Guide(vTexCoord);
     vec4 sum = vec4(0.0);
