@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/material/effect_stage.h"
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <mutex>
+#include <nlohmann/json.hpp>
+
+#include "host/session/host_error.h"
+#include "host/session/host_services.h"
+#include "host/session/plugin_library.h"
+#include "tests/material/test_pictures.h"
+
+namespace kelmo::test {
+namespace {
+
+constexpr host::FrameRate kRate{25, 1};
+
+/// Made on first use, ended after main: effects are gone by then.
+class Stage {
+public:
+    static Stage& Instance() {
+        static Stage stage;
+        return stage;
+    }
+
+    host::PluginLibrary& Plugin() { return *plugin; }
+    host::HostServices& Services() { return services; }
+    const host::Catalogue& Effects() const { return catalogue; }
+
+    std::vector<std::string> TakeComplaints() {
+        const std::lock_guard lock(mutex);
+        return std::exchange(complaints, {});
+    }
+
+    const std::string& Folder(const std::string& guid) const { return folders.at(guid); }
+
+private:
+    Stage()
+        : services(
+              {KELMO_DATA_DIR, KELMO_PLUGIN_DIR},
+              [this](int32_t level, std::string_view line) { Keep(level, line); }, false),
+          plugin(host::PluginLibrary::Load(std::string(KELMO_PLUGIN_DIR) + "/" +
+                                           host::kPluginFileName)) {
+        plugin->Startup(services);
+        catalogue = host::Catalogue::Of(*plugin);
+        ReadFolders();
+    }
+
+    void Keep(int32_t level, std::string_view line) {
+        if (level < kLogWarning) return;
+        const std::lock_guard lock(mutex);
+        complaints.emplace_back(line);
+    }
+
+    void ReadFolders() {
+        std::ifstream file(KELMO_DATA_DIR "/qor_effect/material/OpenGLFilter.conf");
+        for (const auto& entry : nlohmann::json::parse(file)) {
+            const std::filesystem::path folder(entry.at("DATAPATH").get<std::string>());
+            const std::filesystem::path own = folder.parent_path();  // without the last slash
+            folders[entry.at("GUID")] =
+                (own.parent_path().filename() / own.filename()).generic_string();
+        }
+    }
+
+    std::mutex mutex;  // guards complaints
+    std::vector<std::string> complaints;
+    host::HostServices services;
+    std::unique_ptr<host::PluginLibrary> plugin;
+    host::Catalogue catalogue;
+    std::map<std::string, std::string> folders;
+};
+
+std::vector<host::ParameterTrack> Tracks(const EffectDescription& effect,
+                                         const std::vector<std::string>& assignments) {
+    std::vector<host::ParameterTrack> tracks;
+    for (const std::string& text : assignments) {
+        tracks.push_back(host::ParseAssignment(effect, text));
+    }
+    return tracks;
+}
+
+}  // namespace
+
+StagedEffect::StagedEffect(const EffectDescription& effect, int frameWidth, int frameHeight,
+                           int64_t frames, const std::vector<std::string>& assignments)
+    : description(effect), width(frameWidth), height(frameHeight) {
+    Stage& stage = Stage::Instance();
+    session = std::make_unique<host::EffectSession>(
+        stage.Plugin(), stage.Services(), effect, Tracks(effect, assignments),
+        host::SessionFormat{width, height, kRate, frames});
+}
+
+Picture StagedEffect::Draw(int64_t frame, Picture& first, Picture& second,
+                           std::vector<int16_t> samples) {
+    Picture output;
+    output.Resize(width, height);
+    host::HostFrame frames[3];
+    frames[0].Set(width, height, first.pixels.data(), nullptr);
+    frames[1].Set(width, height, second.pixels.data(), nullptr);
+    frames[2].Set(width, height, output.pixels.data(), nullptr);
+    host::HostAudio audio;
+    audio.Set(samples.data(), static_cast<int32_t>(samples.size() / 2));
+    host::FrameInputs inputs;
+    inputs.first = &frames[0];
+    inputs.second = IsTransition(description) ? &frames[1] : nullptr;
+    inputs.output = &frames[2];
+    inputs.audio = samples.empty() ? nullptr : &audio;
+    try {
+        session->Render(frame, inputs);
+    } catch (const host::HostError&) {
+        if (!Stage::Instance().Services().LastError().empty()) throw;
+        return first;
+    }
+    return output;
+}
+
+const std::vector<EffectDescription>& AllEffects() {
+    return Stage::Instance().Effects().Effects();
+}
+
+const EffectDescription& EffectNamed(const std::string& name) {
+    return Stage::Instance().Effects().Find(name);
+}
+
+bool IsPart(const EffectDescription& effect) {
+    return effect.name.find("(part of") != std::string::npos;
+}
+
+bool IsTransition(const EffectDescription& effect) {
+    return effect.Type() == host::EffectType::kTransition;
+}
+
+std::vector<std::string> TakeComplaints() {
+    return Stage::Instance().TakeComplaints();
+}
+
+std::string FolderOf(const EffectDescription& effect) {
+    return Stage::Instance().Folder(effect.guid);
+}
+
+Picture DrawGoodMoment(const EffectDescription& effect, Picture& first, Picture& second,
+                       const std::vector<std::string>& assignments) {
+    const GoodMoment moment(effect);
+    StagedEffect staged(effect, first.width, first.height, moment.frames, assignments);
+    Picture drawn;
+    for (int64_t frame = 0; frame <= moment.frame; ++frame) {
+        drawn = staged.Draw(frame, first, second, LoudSound(frame));
+    }
+    return drawn;
+}
+
+}  // namespace kelmo::test

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "tests/material/effect_stage.h"
+#include "tests/material/picture_compare.h"
+#include "tests/material/test_pictures.h"
+
+namespace kelmo::test {
+namespace {
+
+constexpr const char* kStraightLine = R"([{"_time":0.0,"_value":0.0},{"_time":1.0,"_value":1.0}])";
+
+std::string Straight(const char* knots) {
+    return std::string(knots) + "=" + kStraightLine;
+}
+
+/// Values with which an effect does nothing.
+struct NeutralCase {
+    const char* effect;
+    std::vector<std::string> values;
+};
+
+std::vector<NeutralCase> NeutralCases() {
+    return {
+        {"3D Transform",
+         {"rotate_x=0", "rotate_y=0", "rotate_z=0", "position_x=0", "position_y=0", "position_z=0",
+          "scale=1"}},
+        {"Bokeh Lights", {"amount=0"}},
+        {"Chromatic Aberration", {"amount=0"}},
+        {"Colour Blur",
+         {"uEclosion=0", "uEnhance=0", "WholeBlurIntension=0", "RBlurIntension=0",
+          "GBlurIntension=0", "BBlurIntension=0"}},
+        {"Colour Grade",
+         {"exposure=0", "contrast=1", "saturation=1", "temperature=0", "tint=0", "split=0"}},
+        {"Corner Pin",
+         {"left_upx=0", "left_upy=0", "right_upx=1", "right_upy=0", "left_downx=0", "left_downy=1",
+          "right_downx=1", "right_downy=1"}},
+        {"Cross Highlights", {"alpha=0"}},
+        {"Duotone", {"amount=0"}},
+        {"Film Dust", {"amount=0", "fading=0", "flicker=0"}},
+        {"Film Grain", {"amount=0"}},
+        {"Glow", {"intensity=0"}},
+        {"Hallucination", {"filter=0", "echo=0"}},
+        {"Halftone", {"amount=0"}},
+        {"Heart Highlights", {"alpha=0"}},
+        {"Lens Distortion", {"amount=0"}},
+        {"Light Leak", {"amount=0"}},
+        {"Match Colour", {"strength=0"}},
+        {"Match Colour", {"Enabled=0"}},
+        {"Painted Canvas", {"amount=0", "paint=0"}},
+        {"Pencil Sketch", {"amount=0"}},
+        {"Pulse", {"zoom=0", "flash=0", "split=0", "audio_min=1", "audio_max=1"}},
+        {"RGB Curves",
+         {Straight("rKnots"), Straight("gKnots"), Straight("bKnots"), Straight("yKnots")}},
+        {"Retro Dream", {"strength=0"}},
+        {"Retro Film", {"strength=0"}},
+        {"Retro Television", {"strength=0"}},
+        {"Smart Denoise", {"strength=0"}},
+        {"Soft Blur", {"uIterations=0"}},
+        {"Star Highlights", {"alpha=0"}},
+        {"Star Highlights (own picture)", {"alpha=0"}},
+        {"Tilt Shift", {"blur=0", "saturation=1"}},
+        {"VHS Tape", {"amount=0"}},
+        {"Vignette", {"amount=0"}},
+        {"Wave Warp", {"height=0", "cross_height=0"}},
+        {"Zoom Blur", {"amount=0"}},
+    };
+}
+
+std::string Stem(const char* test, const EffectDescription& effect) {
+    return std::string(test) + "/" + FolderOf(effect).substr(FolderOf(effect).find('/') + 1);
+}
+
+Picture DrawThird(const EffectDescription& effect, Picture& first,
+                  const std::vector<std::string>& values = {}) {
+    StagedEffect staged(effect, first.width, first.height, 10, values);
+    Picture drawn;
+    for (int64_t frame = 0; frame < 3; ++frame) {
+        drawn = staged.Draw(frame, first, first, LoudSound(frame));
+    }
+    return drawn;
+}
+
+TEST(NeutralValues, LeaveThePictureAsItIs) {
+    Picture card = TestCard(96, 54);
+    Picture noisy = NoisyLandscape(54, 96);
+    for (const NeutralCase& c : NeutralCases()) {
+        SCOPED_TRACE(c.effect);
+        const EffectDescription& effect = EffectNamed(c.effect);
+        EXPECT_TRUE(Equals(card, DrawThird(effect, card, c.values), 1, Stem("neutral", effect)));
+        EXPECT_TRUE(Equals(noisy, DrawThird(effect, noisy, c.values), 1, Stem("neutral", effect)));
+    }
+}
+
+/// Filters that have no such values, with the reason. Whoever adds a filter adds it to one of the
+/// two lists.
+TEST(NeutralValues, AreKnownForEveryFilterThatHasThem) {
+    const std::set<std::string> kWithout = {
+        "Confused",       // its pace changes how fast it moves, not how far
+        "Fractal Noise",  // draws its own picture
+        "Kaleidoscope",   // folds the picture at any value
+        "Pixelate",       // has a least size of the squares
+        "Spectrum Bars",  // bars have a foot
+        "Waveform Glow",  // the line is there without a swing
+    };
+    std::set<std::string> known = kWithout;
+    for (const NeutralCase& c : NeutralCases()) known.insert(c.effect);
+    for (const EffectDescription& effect : AllEffects()) {
+        if (IsTransition(effect) || IsPart(effect)) continue;
+        EXPECT_TRUE(known.contains(effect.name)) << effect.name;
+    }
+}
+
+TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
+    const std::set<std::string> kDrawing = {
+        "Fractal Noise",  // draws its own picture
+        "Spectrum Bars",  // bars
+        "Waveform Glow",  // a line
+    };
+    Picture clear = Clear(96, 54);
+    for (const EffectDescription& effect : AllEffects()) {
+        if (IsTransition(effect) || IsPart(effect)) continue;
+        SCOPED_TRACE(effect.name);
+        const Picture drawn = DrawThird(effect, clear);
+        if (kDrawing.contains(effect.name)) {
+            EXPECT_FALSE(Equals(clear, drawn, 1, Stem("clear", effect)));
+        } else {
+            EXPECT_TRUE(Equals(clear, drawn, 0, Stem("clear", effect)));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace kelmo::test
