@@ -104,6 +104,7 @@ protected:
 
 TEST_F(MatchColor, SendsTheReferenceAndWhatItMeasured) {
     EXPECT_TRUE(effect->NeedsCpuFrame());
+    effect->SetParam("strength", kParamInt, NLEParamValue::Int(85));
     ASSERT_EQ(test::DrawFrame(*effect, 0, test::RecordOf(clip)), kFilterOk);
     const ColorStatistics measured = Reference(clip);
     EXPECT_NEAR(record.UniformFloat("mean_b1"), measured.mean[0], 3e-4);

@@ -67,6 +67,7 @@ TEST_F(Passes, OfTheSoftBlurGoDownAndUp) {
 TEST_F(Passes, OfTheSoftBlurTakeTheOwnersPictureInsteadOfTheClip) {
     const auto blur = effects.MakeAs<NLEOpenGLDualKawaseBlur>(kDualKawaseBlurGuid);
     blur->inputOverride.texture = 77;
+    blur->SetParam("uIterations", kParamInt, NLEParamValue::Int(4));
     EXPECT_EQ(DrawFrame(*blur, 0, first), kFilterOk);
     EXPECT_EQ(effects.Engine().Effect(0).Count("SetInputImage"), 0);
     EXPECT_EQ(effects.Engine().Effect(0).Count("SetInputTexture"), 8);
@@ -119,6 +120,7 @@ TEST_F(Passes, OfTheWaveReadOneAnother) {
 TEST_F(Passes, OfTheColourBlurFeatherAtTheReducedSize) {
     const auto blur = effects.Make("CDD6ABAB-0A2B-44FF-A7F9-E962B6FD9CE1", 1920, 1080);
     const EffectRecord& feather = *effects.Engine().FindEffect("feather");
+    blur->SetParam("uEclosion", kParamInt, NLEParamValue::Int(40));
     EXPECT_EQ(feather.width, 548);
     EXPECT_EQ(feather.height, 308);
     EXPECT_EQ(feather.stride, 2192);
