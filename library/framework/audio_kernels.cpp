@@ -110,14 +110,14 @@ KELMO_WIDE void ToDecibels(float* values, int32_t count, float floor) {
     for (int32_t i = 0; i < count; ++i) {
         const float level = kDecibelsPerOctave * Log2(values[i]);
         // Rounding must not lift silence off the floor.
-        values[i] = (values[i] > kFloorPower) & (level > floor) ? level : floor;
+        values[i] = ((values[i] > kFloorPower) & (level > floor)) ? level : floor;
     }
 }
 
 KELMO_WIDE void Raise(float* values, int32_t count, float exponent, float floor) {
     for (int32_t i = 0; i < count; ++i) {
         const float level = Exp2(exponent * Log2(values[i]));
-        values[i] = (values[i] > kFloorPower) & (level > floor) ? level : floor;
+        values[i] = ((values[i] > kFloorPower) & (level > floor)) ? level : floor;
     }
 }
 
