@@ -64,17 +64,18 @@ void AddVersionCommand(CLI::App& app, CommandLine& line) {
     });
 }
 
-void AddMeshCommand(CLI::App& app, CommandLine& line) {
+void AddDeveloperCommand(CLI::App& app, CommandLine& line, const std::string& name) {
     CLI::App* command = app.add_subcommand(
-        "mesh", "Run the developer program kelmo-mesh with the arguments that follow");
+        name,
+        fmt::format("Run the developer program kelmo-{} with the arguments that follow", name));
     // Every argument is the other program's, --help too.
     command->prefix_command();
     command->fallthrough(false);
     command->set_help_flag();
-    command->callback([&line, command] {
+    command->callback([&line, command, name] {
         const std::vector<std::string> given = command->remaining();
-        line.run = [&line, given]() -> int {
-            const std::string program = (line.Where().programs / "kelmo-mesh").string();
+        line.run = [&line, given, name]() -> int {
+            const std::string program = (line.Where().programs / ("kelmo-" + name)).string();
             std::vector<std::string> words = {program};
             words.insert(words.end(), given.begin(), given.end());
             std::vector<char*> arguments;
@@ -103,7 +104,8 @@ int RunCommandLine(int argc, char** argv) {
     AddGalleryCommand(app, line);
     AddDoctorCommand(app, line);
     AddBenchCommand(app, line);
-    AddMeshCommand(app, line);
+    AddDeveloperCommand(app, line, "mesh");
+    AddDeveloperCommand(app, line, "measure");
     AddVersionCommand(app, line);
     try {
         app.parse(argc, argv);

@@ -40,7 +40,8 @@ void AddRenderCommand(CLI::App& app, CommandLine& line);
 void AddGalleryCommand(CLI::App& app, CommandLine& line);
 void AddDoctorCommand(CLI::App& app, CommandLine& line);
 void AddBenchCommand(CLI::App& app, CommandLine& line);
-void AddMeshCommand(CLI::App& app, CommandLine& line);
+/// Hands its arguments to the program "kelmo-NAME" beside this one.
+void AddDeveloperCommand(CLI::App& app, CommandLine& line, const std::string& name);
 void AddVersionCommand(CLI::App& app, CommandLine& line);
 
 /// Parses and runs; returns the exit code of the program.

@@ -292,20 +292,23 @@ TEST_F(CliTest, TheDoctorNamesWhatIsMissing) {
     EXPECT_NE(plugin["advice"], "");
 }
 
-TEST_F(CliTest, MeshPassesItsArgumentsOn) {
+TEST_F(CliTest, DeveloperCommandsPassTheirArgumentsOn) {
     std::filesystem::create_directory(folder / "bin");
     std::error_code error;
     std::filesystem::create_hard_link(KELMO_BIN_DIR "/kelmo", folder / "bin" / "kelmo", error);
     if (error) GTEST_SKIP() << "no hard links here: " << error.message();
-    const std::vector<std::string> words = {Path("bin/kelmo"), "mesh", "--help", "-v", "a b"};
-    const RunResult absent = RunProgram(words, folder);
-    EXPECT_EQ(absent.exitCode, 1);
-    EXPECT_THAT(absent.err, HasSubstr("kelmo-mesh"));
-    std::ofstream(Path("bin/kelmo-mesh")) << "#!/bin/sh\nprintf '%s|' \"$@\"\nexit 7\n";
-    std::filesystem::permissions(Path("bin/kelmo-mesh"), std::filesystem::perms::owner_all);
-    const RunResult run = RunProgram(words, folder);
-    EXPECT_EQ(run.exitCode, 7);
-    EXPECT_EQ(run.out, "--help|-v|a b|");
+    for (const std::string name : {"mesh", "measure"}) {
+        const std::vector<std::string> words = {Path("bin/kelmo"), name, "--help", "-v", "a b"};
+        const RunResult absent = RunProgram(words, folder);
+        EXPECT_EQ(absent.exitCode, 1);
+        EXPECT_THAT(absent.err, HasSubstr("kelmo-" + name));
+        const std::string program = Path("bin/kelmo-" + name);
+        std::ofstream(program) << "#!/bin/sh\nprintf '%s|' \"$@\"\nexit 7\n";
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        const RunResult run = RunProgram(words, folder);
+        EXPECT_EQ(run.exitCode, 7);
+        EXPECT_EQ(run.out, "--help|-v|a b|");
+    }
 }
 
 TEST_F(CliTest, TheRealPluginDrawsTheSameWithAndWithoutADevice) {

@@ -59,7 +59,7 @@ TEST_F(CliTest, TheDocumentHasTheOptionsOfAllCommands) {
         EXPECT_THAT(Section(document, "Options of every command"), testing::HasSubstr(option));
     }
     for (const char* command :
-         {"list", "info", "render", "gallery", "bench", "doctor", "mesh", "version"}) {
+         {"list", "info", "render", "gallery", "bench", "doctor", "mesh", "measure", "version"}) {
         EXPECT_THAT(help.out, testing::HasSubstr(std::string("\n  ") + command));
         EXPECT_NE(Section(document, std::string("kelmo ") + command), "") << command;
     }
