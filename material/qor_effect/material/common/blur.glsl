@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Points of a disc of radius 1, spread evenly by the golden angle; i in 0..count-1.
-vec2 DiscPoint(int i, int count, float turn) {
-    float radius = sqrt((float(i) + 0.5) / float(count));
-    float angle = float(i) * 2.39996323 + turn;  // the golden angle in radians
-    return radius * vec2(cos(angle), sin(angle));
-}
+// Points spread evenly over a disc, without sine and cosine for each: begin with a direction as long as
+// the disc's radius; point k is `DiscRadius(k, count) * direction`, and after each the direction turns by
+// the golden angle: `direction = kGoldenTurn * direction`.
+const mat2 kGoldenTurn = mat2(-0.7373688, 0.6754903, -0.6754903, -0.7373688);
+float DiscRadius(int k, int count) { return sqrt((float(k) + 0.5) / float(count)); }
 
 float Gaussian(float d, float sigma) {
     return exp(-d * d / (2.0 * sigma * sigma));

@@ -10,7 +10,7 @@ uniform float threshold;  // luma above which a place shines
 uniform float radius;     // in heights of the frame
 uniform int tint;
 
-const int kSamples = 40;
+const int kSamples = 32;
 
 vec3 Light(vec2 uv) {
     vec4 c = Input0(uv);
@@ -24,10 +24,12 @@ void main() {
     float turn = 6.2831853 * Hash(ivec2(gl_FragCoord.xy));  // breaks up rings
     vec3 light = vec3(0.0);
     float weights = 0.0;
+    vec2 direction = vec2(cos(turn), sin(turn));
     for (int k = 0; k < kSamples; ++k) {
-        vec2 d = DiscPoint(k, kSamples, turn);
-        float w = Gaussian(length(d), 0.45);
-        light += w * Light(FromHeightUnits(p + d * radius));
+        float r = DiscRadius(k, kSamples);
+        float w = Gaussian(r, 0.45);
+        light += w * Light(FromHeightUnits(p + r * direction * radius));
+        direction = kGoldenTurn * direction;
         weights += w;
     }
     light *= intensity * UnpackColor(tint) * 1.6 / weights;

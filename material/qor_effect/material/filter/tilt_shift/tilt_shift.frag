@@ -22,8 +22,10 @@ void main() {
     if (radius * uResolution.y < 0.5) {
         sum = Input0(vTexCoord);
     } else {
+        vec2 direction = vec2(radius, 0.0);
         for (int k = 0; k < kSamples; ++k) {
-            sum += Input0(clamp(FromHeightUnits(p + DiscPoint(k, kSamples, 0.0) * radius), 0.0, 1.0));
+            sum += Input0(clamp(FromHeightUnits(p + DiscRadius(k, kSamples) * direction), 0.0, 1.0));
+            direction = kGoldenTurn * direction;
         }
         sum /= float(kSamples);
     }

@@ -10,27 +10,42 @@ uniform float radius;      // in pixels of a picture 720 high; smaller ones take
 uniform float detail;      // how much of what was removed from the edges comes back
 uniform int internalType;  // 0 first pass, 1 second
 
-const int kReach = 3;
+const int kSamples = 24;
 
-vec4 Guide(vec2 uv) { return internalType == 0 ? Input0(uv) : Input1(uv); }
-
-void main() {
-    vec2 step = vec2(radius / float(kReach) * max(uResolution.y / 720.0, 1.0)) / uResolution;
-    float tolerance = (internalType == 0 ? 0.16 : 0.09) * strength + 0.001;
-    vec4 centre = Guide(vTexCoord);
-    vec4 sum = vec4(0.0);
-    float weights = 0.0;
-    for (int y = -kReach; y <= kReach; ++y) {
-        for (int x = -kReach; x <= kReach; ++x) {
-            vec2 uv = vTexCoord + vec2(x, y) * step;
-            float near = Gaussian(length(vec2(x, y)), 2.0);
-            float alike = Gaussian(length(Guide(uv) - centre), tolerance);
-            float w = near * alike;
+// exp(-near - alike): nearness falls to a third at the rim, likeness by the distance of the colours. Two
+// loops, since a choice of the sampler inside would read both at each point.
+vec4 Smoothed(vec2 reach, float alike) {
+    vec4 sum = Input0(vTexCoord);
+    float weights = 1.0;
+    vec4 centre = internalType == 0 ? sum : Input1(vTexCoord);
+    vec2 direction = vec2(1.0, 0.0);
+    if (internalType == 0) {
+        for (int k = 0; k < kSamples; ++k) {
+            float r = DiscRadius(k, kSamples);
+            vec4 c = Input0(vTexCoord + r * direction * reach);
+            direction = kGoldenTurn * direction;
+            float w = exp(alike * dot(c - centre, c - centre) - r * r);
+            sum += w * c;
+            weights += w;
+        }
+    } else {
+        for (int k = 0; k < kSamples; ++k) {
+            float r = DiscRadius(k, kSamples);
+            vec2 uv = vTexCoord + r * direction * reach;
+            direction = kGoldenTurn * direction;
+            vec4 away = Input1(uv) - centre;
+            float w = exp(alike * dot(away, away) - r * r);
             sum += w * Input0(uv);
             weights += w;
         }
     }
-    vec4 smoothed = sum / weights;
+    return sum / weights;
+}
+
+void main() {
+    vec2 reach = 1.15 * radius * max(uResolution.y / 720.0, 1.0) / uResolution;
+    float tolerance = (internalType == 0 ? 0.16 : 0.09) * strength + 0.001;
+    vec4 smoothed = Smoothed(reach, -0.5 / (tolerance * tolerance));
     if (internalType == 0) {
         fragColor = smoothed;
         return;
