@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/material/effect_stage.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -71,6 +72,17 @@ private:
     host::Catalogue catalogue;
     std::map<std::string, std::string> folders;
 };
+
+/// What leaves the picture on the left comes in on the right.
+Picture Rolled(const Picture& picture, int pixels) {
+    Picture rolled = picture;
+    for (int y = 0; y < picture.height; ++y) {
+        const uint8_t* const row = picture.Row(y);
+        std::rotate_copy(row, row + pixels % picture.width * 4, row + picture.stride,
+                         rolled.Row(y));
+    }
+    return rolled;
+}
 
 std::vector<host::ParameterTrack> Tracks(const EffectDescription& effect,
                                          const std::vector<std::string>& assignments) {
@@ -146,7 +158,8 @@ Picture DrawGoodMoment(const EffectDescription& effect, Picture& first, Picture&
     StagedEffect staged(effect, first.width, first.height, moment.frames, assignments);
     Picture drawn;
     for (int64_t frame = 0; frame <= moment.frame; ++frame) {
-        drawn = staged.Draw(frame, first, second, LoudSound(frame));
+        Picture moved = Rolled(first, static_cast<int>(moment.frame - frame));
+        drawn = staged.Draw(frame, moved, second, LoudSound(frame));
     }
     return drawn;
 }

@@ -58,7 +58,9 @@ struct GoodMoment {
     int64_t frame;
 };
 
-/// The frame of the good moment after all that come before it, with loud sound.
+/// The frame of the good moment after all that come before it, with loud sound. The first clip
+/// moves sideways and shows `first` as it is at that frame, so that effects with a memory have
+/// something to remember.
 Picture DrawGoodMoment(const EffectDescription& effect, Picture& first, Picture& second,
                        const std::vector<std::string>& assignments = {});
 

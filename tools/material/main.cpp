@@ -24,6 +24,13 @@ constexpr const char* kUsage =
     "assemble  writes RESOURCES/qor_effect/material/OpenGLFilter.conf from the folders below it\n"
     "check     reads that catalogue, validates every description and compiles every shader\n";
 
+/// Where this program lies; a call through PATH does not tell.
+fs::path OwnFolder(const char* called) {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return (error ? fs::absolute(called) : program).parent_path();
+}
+
 int Assemble(const std::string& resources) {
     int entries = 0;
     const std::string error = material::AssembleCatalogue(resources, entries);
@@ -77,7 +84,7 @@ int main(int argc, char** argv) {
     const std::vector<std::string> args(argv + 1, argv + argc);
     if (args.size() == 2 && args[0] == "assemble") return Assemble(args[1]);
     if (args.size() >= 2 && args[0] == "check") {
-        const fs::path own = fs::absolute(fs::path(argv[0])).parent_path();
+        const fs::path own = OwnFolder(argv[0]);
         std::string engine =
             (own / KELMO_RELATIVE_PLUGIN_DIR / "TZOpenGLEffectMgr-mesa.so").lexically_normal();
         if (args.size() == 4 && args[2] == "--engine") engine = args[3];
