@@ -32,7 +32,8 @@ cv::Point2f Refine(std::span<const float> heat, int mark, cv::Point2f point) {
     for (int y = std::max(0, row - kHeatReach); y <= std::min(kHeatSize - 1, row + kHeatReach); ++y)
         for (int x = std::max(0, column - kHeatReach);
              x <= std::min(kHeatSize - 1, column + kHeatReach); ++x) {
-            const float weight = Logistic(heat[size_t((y * kHeatSize + x) * kHeatMaps + mark)]);
+            const float weight =
+                Logistic(heat[(size_t(y) * kHeatSize + size_t(x)) * kHeatMaps + size_t(mark)]);
             strongest = std::max(strongest, weight);
             total += weight;
             sum += cv::Point2f(static_cast<float>(x), static_cast<float>(y)) * weight;

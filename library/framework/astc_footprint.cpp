@@ -50,7 +50,7 @@ InfillTable BuildInfill(int width, int height, int gridWidth, int gridHeight) {
     InfillTable table;
     table.direct = width == gridWidth && height == gridHeight;
     if (table.direct) return table;
-    const auto texels = static_cast<std::size_t>(width * height);
+    const auto texels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     table.gridPoint.reserve(texels);
     table.factors.reserve(texels);
     for (int y = 0; y < height; ++y) {
@@ -128,7 +128,8 @@ const InfillTable& Footprint::Infill(int gridWidth, int gridHeight) const {
 }
 
 const uint8_t* Footprint::PartitionMap(int partitions, int index, uint8_t* scratch) const {
-    const auto number = static_cast<std::size_t>((partitions - 2) * kPartitionIndices + index);
+    const auto number = static_cast<std::size_t>(partitions - 2) * kPartitionIndices +
+                        static_cast<std::size_t>(index);
     uint8_t* const map = maps.get() + number * static_cast<std::size_t>(Texels());
     std::atomic<MapState>& state = mapStates[number];
     MapState seen = state.load(std::memory_order_acquire);

@@ -244,7 +244,8 @@ void AudioAnalysis::Analyse(const AudioInput& given, const AudioSettings& givenS
 std::span<const float> AudioAnalysis::Band() const {
     if (spectrum.empty()) return {};
     return std::span<const float>(spectrum).subspan(
-        static_cast<std::size_t>(firstBin), static_cast<std::size_t>(lastBin - firstBin + 1));
+        static_cast<std::size_t>(firstBin),
+        static_cast<std::size_t>(lastBin) + 1 - static_cast<std::size_t>(firstBin));
 }
 
 }  // namespace kelmo

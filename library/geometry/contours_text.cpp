@@ -130,9 +130,10 @@ void Contours::ParseTextPath(TextPath* textPath, int32_t width, int32_t height) 
     }
     m_TextCenter = {2 * p - 1, 2 * q - 1};
 
-    const cv::Point2d half(canvasWidth / 2, canvasHeight / 2);
-    const cv::Point2d centred = cv::Point2d(width * 0.5, height * 0.5) - half;
-    const cv::Point2d anchored = cv::Point2d(double(width) * p, double(height) * q) - half;
+    const cv::Point half(canvasWidth / 2, canvasHeight / 2);
+    const cv::Point2d centred = cv::Point2d(width * 0.5, height * 0.5) - cv::Point2d(half);
+    const cv::Point2d anchored =
+        cv::Point2d(double(width) * p, double(height) * q) - cv::Point2d(half);
     const NormalisedSpace upright(width, height);
     const NormalisedSpace rotated(width, height, m_TextAngle);
 

@@ -80,7 +80,8 @@ void QorOpenglFilterEffect::Sync(QorRenderContext& context) {
     int64_t numerator = 0;
     int64_t denominator = 0;
     context.GetFrameRate(&numerator, &denominator);
-    filter->SetFrameRate(static_cast<float>(numerator / std::max<int64_t>(denominator, 1)));
+    const int64_t wholeRate = numerator / std::max<int64_t>(denominator, 1);
+    filter->SetFrameRate(static_cast<float>(wholeRate));
     parameterSync.Run(context, *info, *filter);
     if (info->guid == kCornerPinGuid) RunCornerPinStep(context, *filter);
 }

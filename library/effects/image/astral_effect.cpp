@@ -53,7 +53,7 @@ int32_t NLEOpenGLAstralEffect::CreateEffect(int32_t newWidth, int32_t newHeight,
 
 NLEOpenGLAstralEffect::Settings NLEOpenGLAstralEffect::ReadSettings() {
     Settings settings;
-    if (params.size() > 0) settings.density = CurrentNumber(*params[0]);
+    if (!params.empty()) settings.density = CurrentNumber(*params[0]);
     if (params.size() > 1) settings.size = CurrentNumber(*params[1]);
     if (params.size() > 2) settings.alpha = CurrentInt(*params[2]);
     return settings;
