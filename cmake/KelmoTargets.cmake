@@ -86,6 +86,9 @@ elseif(KELMO_SANITIZE MATCHES "thread")
     "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/tsan.supp:ignore_noninstrumented_modules=1:halt_on_error=1")
 endif()
 
+# The programs of the ThreadSanitizer run, built without the rest.
+add_custom_target(kelmo_thread_tests)
+
 # kelmo_test(NAME [THREADS] [LABELS l...] [LINK lib...]): one GoogleTest program of all .cpp files of
 # the current folder, registered with ctest. THREADS marks it for the ThreadSanitizer run.
 function(kelmo_test name)
@@ -107,6 +110,7 @@ function(kelmo_test name)
   set(labels ${ARG_LABELS})
   if(ARG_THREADS)
     list(APPEND labels threads)
+    add_dependencies(kelmo_thread_tests ${name})
   endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT 900 LABELS "${labels}")
   if(KELMO_TEST_ENVIRONMENT)
