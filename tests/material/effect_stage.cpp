@@ -11,7 +11,9 @@
 #include "host/session/host_error.h"
 #include "host/session/host_services.h"
 #include "host/session/plugin_library.h"
+#include "tests/material/ai_double/staged_person.h"
 #include "tests/material/test_pictures.h"
+#include "tests/support/pose_transfer.h"
 
 namespace kelmo::test {
 namespace {
@@ -40,7 +42,8 @@ public:
 private:
     Stage()
         : services(
-              {KELMO_DATA_DIR, KELMO_PLUGIN_DIR},
+              // The plug-in finds the engine beside itself.
+              {KELMO_DATA_DIR, KELMO_AI_DOUBLE_DIR},
               [this](int32_t level, std::string_view line) { Keep(level, line); }, false),
           plugin(host::PluginLibrary::Load(std::string(KELMO_PLUGIN_DIR) + "/" +
                                            host::kPluginFileName)) {
@@ -72,6 +75,16 @@ private:
     host::Catalogue catalogue;
     std::map<std::string, std::string> folders;
 };
+
+/// A host that has found the staged person's body in every frame.
+ObjectAiDataTransfer& StagedBody() {
+    static PoseTransfer transfer = [] {
+        PoseTransfer made;
+        made.block = PoseBlock({StagedBodyPoints()});
+        return made;
+    }();
+    return transfer;
+}
 
 /// What leaves the picture on the left comes in on the right.
 Picture Rolled(const Picture& picture, int pixels) {
@@ -118,6 +131,7 @@ Picture StagedEffect::Draw(int64_t frame, Picture& first, Picture& second,
     inputs.first = &frames[0];
     inputs.second = IsTransition(description) ? &frames[1] : nullptr;
     inputs.output = &frames[2];
+    inputs.ai = &StagedBody();
     inputs.audio = samples.empty() ? nullptr : &audio;
     try {
         session->Render(frame, inputs);

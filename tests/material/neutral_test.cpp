@@ -27,6 +27,8 @@ std::vector<NeutralCase> NeutralCases() {
         {"3D Transform",
          {"rotate_x=0", "rotate_y=0", "rotate_z=0", "position_x=0", "position_y=0", "position_z=0",
           "scale=1"}},
+        {"Angel Halo Sticker", {"amount=0"}},
+        {"Angel Wings Sticker", {"amount=0"}},
         {"Bokeh Lights", {"amount=0"}},
         {"Chromatic Aberration", {"amount=0"}},
         {"Colour Blur",
@@ -38,7 +40,9 @@ std::vector<NeutralCase> NeutralCases() {
          {"left_upx=0", "left_upy=0", "right_upx=1", "right_upy=0", "left_downx=0", "left_downy=1",
           "right_downx=1", "right_downy=1"}},
         {"Cross Highlights", {"alpha=0"}},
+        {"Crown Sticker", {"amount=0"}},
         {"Duotone", {"amount=0"}},
+        {"Face Magnifier", {"magnification=1", "rim=0"}},
         {"Film Dust", {"amount=0", "fading=0", "flicker=0"}},
         {"Film Grain", {"amount=0"}},
         {"Glow", {"intensity=0"}},
@@ -51,6 +55,7 @@ std::vector<NeutralCase> NeutralCases() {
         {"Match Colour", {"Enabled=0"}},
         {"Painted Canvas", {"amount=0", "paint=0"}},
         {"Pencil Sketch", {"amount=0"}},
+        {"Pixel Sunglasses Sticker", {"amount=0"}},
         {"Pulse", {"zoom=0", "flash=0", "split=0", "audio_min=1", "audio_max=1"}},
         {"RGB Curves",
          {Straight("rKnots"), Straight("gKnots"), Straight("bKnots"), Straight("yKnots")}},
@@ -118,6 +123,7 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Fractal Noise",  // draws its own picture
         "Spectrum Bars",  // bars
         "Waveform Glow",  // a line
+        "Angel Halo Sticker", "Angel Wings Sticker", "Crown Sticker", "Pixel Sunglasses Sticker",
     };
     Picture clear = Clear(96, 54);
     for (const EffectDescription& effect : AllEffects()) {
