@@ -124,6 +124,21 @@ Finding ExamineAi(const Installation& where) {
     }
 }
 
+/// The networks that our AI library looks for; another library may bring its own and need none.
+Finding ExamineModels(const Installation& where) {
+    const std::filesystem::path folder = where.resources / "qor_effect" / "models";
+    std::error_code error;
+    int networks = 0;
+    for (const auto& file : std::filesystem::directory_iterator(folder, error)) {
+        networks += file.path().extension() == ".tflite";
+    }
+    if (networks > 0) {
+        return {"AI models", Health::kGood, fmt::format("{} ({})", folder.string(), networks), ""};
+    }
+    return {"AI models", Health::kReduced, folder.string() + " has none: nobody is found",
+            "get them with scripts/fetch-models"};
+}
+
 void ExamineCodecs(std::vector<Finding>& findings) {
     std::vector<std::string> present;
     for (const CodecEntry& codec : Codecs()) {
@@ -165,6 +180,7 @@ std::vector<Finding> Examine(const Installation& where) {
     // This engine works in the host's context, which is current now.
     findings.push_back(ExamineEngine(where, kHostContextEngine, false));
     findings.push_back(ExamineAi(where));
+    findings.push_back(ExamineModels(where));
     ExamineCodecs(findings);
     return findings;
 }
