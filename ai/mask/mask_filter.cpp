@@ -2,11 +2,9 @@
 #include "ai/mask/mask_filter.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstring>
 #include <opencv2/imgproc.hpp>
 
+#include "ai/mask/coverage_writer.h"
 #include "ai/mask/mask_edge.h"
 #include "ai/mask/person_mask.h"
 
@@ -18,34 +16,23 @@ namespace {
 /// network's own picture has 256 pixels.
 constexpr int kEdgeSide = 640;
 
-/// The four channels of a pixel for a byte of the scaled mask.
-using CoverageTable = std::array<uint32_t, 256>;
-
 /// Probabilities below and above which a pixel is surely outside and inside. The network's edge is
 /// some pixels of its 256 wide; scaled to a frame it would show as a halo.
 constexpr float kOutside = 0.2f;
 constexpr float kInside = 0.8f;
 
-template <typename Curve>
-CoverageTable MakeTable(Curve curve) {
-    CoverageTable table;
-    for (size_t i = 0; i < table.size(); ++i)
-        table[i] = static_cast<uint32_t>(std::lround(255 * curve(i / 255.0f))) * 0x01010101u;
-    return table;
-}
-
-const CoverageTable& IdentityTable() {
-    static const CoverageTable table = MakeTable([](float p) { return p; });
-    return table;
+const CoverageCurve& AsItIs() {
+    static const CoverageCurve curve([](float p) { return p; });
+    return curve;
 }
 
 /// The network's mask with a firm edge that stays where it was.
-const CoverageTable& FirmTable() {
-    static const CoverageTable table = MakeTable([](float p) {
+const CoverageCurve& Firm() {
+    static const CoverageCurve curve([](float p) {
         const float t = std::clamp((p - kOutside) / (kInside - kOutside), 0.0f, 1.0f);
         return t * t * (3 - 2 * t);
     });
-    return table;
+    return curve;
 }
 
 class MaskFilter : public AiFilter {
@@ -57,11 +44,13 @@ public:
         frame.Reset(input);
         if (!person.Next(frame)) return false;
         person.Mask().convertTo(bytes, CV_8U, 255.0);
+        // Where the network is sure on both sides its edge is a staircase of its own pixels.
+        cv::GaussianBlur(bytes, bytes, {3, 3}, 0);
         if (hasEdge && !edge.IsNeutral()) {
             DrawEdge(input.size());
-            Write(drawn, IdentityTable(), output);
+            writer.Write(drawn, AsItIs(), output);
         } else {
-            Write(bytes, FirmTable(), output);
+            writer.Write(bytes, Firm(), output);
         }
         return true;
     }
@@ -106,23 +95,12 @@ private:
         ApplyMaskEdge(edge, frameSize, drawn);
     }
 
-    /// Scales to the output's size and writes four channels for each byte.
-    void Write(const cv::Mat& mask, const CoverageTable& table, cv::Mat& output) {
-        cv::resize(mask, scaled, output.size(), 0, 0, cv::INTER_LINEAR);
-        for (int y = 0; y < output.rows; ++y) {
-            const uint8_t* source = scaled.ptr(y);
-            uint8_t* target = output.ptr(y);
-            for (int x = 0; x < output.cols; ++x) {
-                std::memcpy(target + 4 * x, &table[source[x]], sizeof(uint32_t));
-            }
-        }
-    }
-
     PersonMask person;
     const bool hasEdge;
     MaskEdge edge;
     PicturePyramid frame;
-    cv::Mat bytes, drawn, scaled;
+    CoverageWriter writer;
+    cv::Mat bytes, drawn;
 };
 
 }  // namespace

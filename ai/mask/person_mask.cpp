@@ -16,22 +16,38 @@ constexpr float kSamePeople = 0.1f;
 constexpr float kKept = 0.7f;
 
 float Area(const cv::Mat& mask) {
-    return static_cast<float>(cv::countNonZero(mask > 0.5)) / static_cast<float>(mask.total());
+    const float* value = mask.ptr<float>();
+    const int count = static_cast<int>(mask.total());
+    int inside = 0;
+    for (int i = 0; i < count; ++i) inside += value[i] > 0.5f ? 1 : 0;
+    return static_cast<float>(inside) / static_cast<float>(count);
 }
 
 float MaskOverlap(const cv::Mat& a, const cv::Mat& b) {
-    cv::Mat lower, upper;
-    cv::min(a, b, lower);
-    cv::max(a, b, upper);
-    const double whole = cv::sum(upper)[0];
-    return whole > 0 ? static_cast<float>(cv::sum(lower)[0] / whole) : 0.0f;
+    // Whole numbers may be added in any order, many at a time.
+    constexpr float kSteps = 16000.0f;
+    const float* first = a.ptr<float>();
+    const float* second = b.ptr<float>();
+    int64_t both = 0, either = 0;
+    const int width = a.cols;
+    for (int y = 0; y < a.rows; ++y, first += width, second += width) {
+        int32_t lower = 0, upper = 0;
+        for (int x = 0; x < width; ++x) {
+            lower += static_cast<int32_t>(std::min(first[x], second[x]) * kSteps);
+            upper += static_cast<int32_t>(std::max(first[x], second[x]) * kSteps);
+        }
+        both += lower;
+        either += upper;
+    }
+    return either > 0 ? static_cast<float>(both) / static_cast<float>(either) : 0.0f;
 }
 
 /// Moves `mask` towards `found`: less where the network is unsure.
 void Blend(const cv::Mat& found, cv::Mat& mask) {
     const float* next = found.ptr<float>();
     float* value = mask.ptr<float>();
-    for (size_t i = 0; i < mask.total(); ++i) {
+    const int count = static_cast<int>(mask.total());
+    for (int i = 0; i < count; ++i) {
         const float sureness = 2 * next[i] - 1;
         const float kept = kKept * (1 - sureness * sureness);
         value[i] = next[i] + (value[i] - next[i]) * kept;
@@ -43,14 +59,19 @@ void Blend(const cv::Mat& found, cv::Mat& mask) {
 PersonMask::PersonMask(std::shared_ptr<ModelStore> store)
     : store(store), gate(store), mask(cv::Mat::zeros(kSize, kSize, CV_32F)) {}
 
-bool PersonMask::RunNetwork(cv::Mat& result) {
+bool PersonMask::RunNetwork(PicturePyramid& frame, cv::Mat& result) {
     NetworkLease network = store->Lease(NetworkId::kPersonMask);
     if (!network) return false;
-    PicturePyramid::ToInput(change.Reduced(), ColourRange::kZeroToOne, network->Input());
+    cv::Rect place(0, 0, kSize, kSize);
+    if (frame.Size().width > frame.Size().height)
+        place = frame.Fit(kSize, ColourRange::kZeroToOne, network->Input()).place;
+    else
+        PicturePyramid::ToInput(change.Reduced(), ColourRange::kZeroToOne, network->Input());
     if (!network->Run()) return false;
-    const std::span<const float> output = network->Output(0);
-    result.create(kSize, kSize, CV_32F);
-    std::copy(output.begin(), output.end(), result.ptr<float>());
+    const float* const output = network->Output(0).data();
+    result.create(place.size(), CV_32F);
+    for (int y = 0; y < place.height; ++y)
+        std::copy_n(output + (place.y + y) * kSize + place.x, place.width, result.ptr<float>(y));
     return true;
 }
 
@@ -64,7 +85,7 @@ bool PersonMask::Counts(const cv::Mat& next, Succession succession, PicturePyram
 bool PersonMask::Next(PicturePyramid& frame) {
     const Succession succession = change.Next(frame);
     if (succession == Succession::kSame) return true;
-    const bool ran = RunNetwork(found);
+    const bool ran = RunNetwork(frame, found);
     const bool before = someone;
     someone = ran && Counts(found, succession, frame);
     if (!someone)

@@ -8,7 +8,13 @@
 
 namespace kelmo {
 
-/// The mask of all people in a row of frames, 256 x 256 for the whole frame, 0..1.
+/// The mask of all people in a row of frames, 0..1, at most 256 pixels high and wide.
+///
+/// A wide frame goes into the network's square with bars above and below: of people who are
+/// squeezed thin it misses whole parts. A tall frame fills the square, which makes people broad;
+/// that does no harm, and bars would cost detail. Intersection over union with outlines drawn by
+/// hand, means over crops of four photos: at 16:9 0.79 squeezed and 0.92 with bars, at 9:16 0.96
+/// and 0.91.
 ///
 /// Steady: where the network is unsure, a value keeps up to 0.7 of the last frame's; where it is
 /// sure, nothing lags. The same frame again gives the same mask, and a jump starts anew. Empty
@@ -19,11 +25,11 @@ public:
     explicit PersonMask(std::shared_ptr<ModelStore> store);
     /// False when the network could not be run; the mask is then empty.
     bool Next(PicturePyramid& frame);
-    /// 256 x 256 floats.
+    /// Floats for the whole frame.
     const cv::Mat& Mask() const { return mask; }
 
 private:
-    bool RunNetwork(cv::Mat& result);
+    bool RunNetwork(PicturePyramid& frame, cv::Mat& result);
     bool Counts(const cv::Mat& found, Succession succession, PicturePyramid& frame);
 
     std::shared_ptr<ModelStore> store;

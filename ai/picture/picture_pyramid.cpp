@@ -58,12 +58,12 @@ Letterbox PicturePyramid::Fit(int size, ColourRange range, std::span<float> inpu
     box.scale = static_cast<float>(size) / static_cast<float>(longer);
     const cv::Size inner(std::clamp(cvRound(Size().width * box.scale), 1, size),
                          std::clamp(cvRound(Size().height * box.scale), 1, size));
-    const cv::Rect place((size - inner.width) / 2, (size - inner.height) / 2, inner.width,
-                         inner.height);
-    box.offset = cv::Point2f(static_cast<float>(place.x), static_cast<float>(place.y));
+    box.place =
+        cv::Rect((size - inner.width) / 2, (size - inner.height) / 2, inner.width, inner.height);
+    box.offset = cv::Point2f(static_cast<float>(box.place.x), static_cast<float>(box.place.y));
     fitted.create(size, size, CV_8UC4);
     fitted.setTo(cv::Scalar::all(0));
-    cv::Mat target = fitted(place);
+    cv::Mat target = fitted(box.place);
     cv::resize(Level(LevelFor(1.0f / box.scale)), target, inner, 0, 0, cv::INTER_LINEAR);
     ToInput(fitted, range, input);
     return box;

@@ -16,6 +16,7 @@ enum class ColourRange { kZeroToOne, kMinusOneToOne };
 struct Letterbox {
     float scale = 1.0f;
     cv::Point2f offset;
+    cv::Rect place;  ///< whole pixels of the square that show the frame
     cv::Point2f ToFrame(float x, float y) const {
         return {(x - offset.x) / scale, (y - offset.y) / scale};
     }

@@ -8,6 +8,7 @@
 #include "ai/detect/anchor_detector.h"
 #include "ai/face/face_layout.h"
 #include "ai/face/head_angles.h"
+#include "ai/mask/coverage_writer.h"
 #include "ai/mask/mask_edge.h"
 #include "ai/picture/one_euro.h"
 #include "ai/picture/picture_change.h"
@@ -72,6 +73,44 @@ TEST(FlexMap, NeverReadsOutsideDamagedBytes) {
             readAll(damaged);
         }
     FlexMap(nullptr, 0).Number("a");
+}
+
+/// Against scaling every pixel and looking each up; the writer is the same object all the time.
+TEST(CoverageWriter, GivesWhatScalingTheWholeMaskGives) {
+    cv::Mat mask(144, 256, CV_8U, cv::Scalar(0));
+    cv::circle(mask, {100, 70}, 50, 255, -1, cv::LINE_AA);
+    cv::rectangle(mask, {180, 20}, {255, 143}, 255, -1);
+    cv::GaussianBlur(mask, mask, {5, 5}, 0);
+    cv::line(mask, {0, 0}, {20, 143}, 90, 1);
+    const auto firm = [](float p) { return std::clamp((p - 0.2f) / 0.6f, 0.0f, 1.0f); };
+    const CoverageCurve curves[] = {CoverageCurve([](float p) { return p; }), CoverageCurve(firm)};
+    CoverageWriter writer;
+    for (const cv::Size size : {cv::Size(1280, 720), cv::Size(256, 144), cv::Size(720, 1280),
+                                cv::Size(301, 77), cv::Size(31, 17), cv::Size(1, 1)}) {
+        for (const cv::Mat& source :
+             {mask, cv::Mat(mask.row(70)), cv::Mat(mask.col(100).clone())}) {
+            cv::Mat scaled;
+            cv::resize(source, scaled, size, 0, 0, cv::INTER_LINEAR);
+            for (const CoverageCurve& curve : curves) {
+                cv::Mat whole(size.height, size.width + 3, CV_8UC4, cv::Scalar::all(77));
+                cv::Mat drawn = whole.colRange(0, size.width);
+                writer.Write(source, curve, drawn);
+                int worst = 0;
+                for (int y = 0; y < size.height; ++y)
+                    for (int x = 0; x < size.width; ++x) {
+                        const int wanted = curve.Pixel(scaled.at<uint8_t>(y, x)) & 255;
+                        for (int c = 0; c < 4; ++c)
+                            worst =
+                                std::max(worst, std::abs(drawn.at<cv::Vec4b>(y, x)[c] - wanted));
+                    }
+                EXPECT_LE(worst, 4) << size << " of " << source.size();
+                EXPECT_EQ(cv::norm(whole.colRange(size.width, size.width + 3),
+                                   cv::Mat(size.height, 3, CV_8UC4, cv::Scalar::all(77))),
+                          0)
+                    << "beyond the row";
+            }
+        }
+    }
 }
 
 TEST(MaskEdge, MovesTheEdgeByItsThickness) {
