@@ -16,23 +16,10 @@ constexpr OneEuro::Settings kSmoothing = {1.0f, 40.0f, 1.0f};
 }  // namespace
 
 FaceTracker::FaceTracker(std::shared_ptr<ModelStore> store)
-    : detector(AnchorDetector::Face(store)),
+    : FrameTracker(kSearchInterval),
+      detector(AnchorDetector::Face(store)),
       nearDetector(AnchorDetector::NearFace(store)),
       mesh(store) {}
-
-void FaceTracker::Next(PicturePyramid& frame) {
-    switch (change.Next(frame)) {
-        case Succession::kSame:
-            return;
-        case Succession::kJump:
-            faces.clear();
-            break;
-        case Succession::kContinues:
-            break;
-    }
-    Follow(frame);
-    if (faces.empty() || ++framesSinceSearch >= kSearchInterval) FindNew(frame);
-}
 
 void FaceTracker::Take(const FaceShape& found, TrackedFace& face) {
     // The next look follows the face itself, not its smoothed image, which comes later.
@@ -43,31 +30,30 @@ void FaceTracker::Take(const FaceShape& found, TrackedFace& face) {
 }
 
 bool FaceTracker::IsKnown(const cv::Rect2f& box) const {
-    return std::any_of(faces.begin(), faces.end(), [&](const TrackedFace& face) {
+    return std::any_of(tracked.begin(), tracked.end(), [&](const TrackedFace& face) {
         return Overlap(face.shape.Bounds(), box) > kSameFace;
     });
 }
 
 void FaceTracker::Follow(PicturePyramid& frame) {
-    std::vector<TrackedFace> before = std::move(faces);
-    faces.clear();
+    std::vector<TrackedFace> before = std::move(tracked);
+    tracked.clear();
     for (TrackedFace& face : before) {
         FaceShape found;
         if (!mesh.RunFine(frame, face.region, found) || IsKnown(found.Bounds())) continue;
         Take(found, face);
-        faces.push_back(std::move(face));
+        tracked.push_back(std::move(face));
     }
 }
 
 void FaceTracker::FindNew(PicturePyramid& frame) {
-    framesSinceSearch = 0;
     std::vector<Detection> found = detector.Detect(frame);
-    if (found.empty() && faces.empty()) found = nearDetector.Detect(frame);
+    if (found.empty() && tracked.empty()) found = nearDetector.Detect(frame);
     std::stable_sort(found.begin(), found.end(), [](const Detection& a, const Detection& b) {
         return a.box.area() > b.box.area();
     });
     for (const Detection& detection : found) {
-        if (faces.size() >= kMaxFaces) return;
+        if (tracked.size() >= kMaxFaces) return;
         if (IsKnown(detection.box)) continue;
         const std::vector<cv::Point2f>& k = detection.keypoints;
         FaceShape shape;
@@ -76,9 +62,9 @@ void FaceTracker::FindNew(PicturePyramid& frame) {
             continue;
         TrackedFace face;
         face.smoothing = OneEuro(kSmoothing);
-        face.number = nextNumber++;
+        face.number = NextNumber();
         Take(shape, face);
-        faces.push_back(std::move(face));
+        tracked.push_back(std::move(face));
     }
 }
 

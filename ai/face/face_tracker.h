@@ -5,8 +5,8 @@
 
 #include "ai/detect/anchor_detector.h"
 #include "ai/face/face_mesh.h"
+#include "ai/picture/frame_tracker.h"
 #include "ai/picture/one_euro.h"
-#include "ai/picture/picture_change.h"
 
 namespace kelmo {
 
@@ -18,18 +18,16 @@ struct TrackedFace {
     int32_t number = 0;  ///< counts up, the same for the same face
 };
 
-/// Follows the faces of a row of frames. The list keeps its order: the largest first when they come
-/// into the picture together, later ones behind. Faces are sought in the whole frame while there is
-/// none, then each fifth frame. A jump starts anew; the same frame again changes nothing.
-class FaceTracker {
+/// Follows the faces of a row of frames: the largest first when they come into the picture
+/// together. They are sought on each fifth frame.
+class FaceTracker : public FrameTracker<TrackedFace> {
 public:
     explicit FaceTracker(std::shared_ptr<ModelStore> store);
-    void Next(PicturePyramid& frame);
-    const std::vector<TrackedFace>& Faces() const { return faces; }
+    const std::vector<TrackedFace>& Faces() const { return tracked; }
 
 private:
-    void Follow(PicturePyramid& frame);
-    void FindNew(PicturePyramid& frame);
+    void Follow(PicturePyramid& frame) override;
+    void FindNew(PicturePyramid& frame) override;
     bool IsKnown(const cv::Rect2f& box) const;
     /// Takes over what was found, smoothed.
     static void Take(const FaceShape& found, TrackedFace& face);
@@ -37,10 +35,6 @@ private:
     AnchorDetector detector;
     AnchorDetector nearDetector;
     FaceMesh mesh;
-    PictureChange change;
-    std::vector<TrackedFace> faces;
-    int framesSinceSearch = 0;
-    int32_t nextNumber = 1;
 };
 
 }  // namespace kelmo

@@ -26,21 +26,8 @@ bool SameBody(const RotatedSquare& a, const RotatedSquare& b) {
 
 }  // namespace
 
-PoseTracker::PoseTracker(std::shared_ptr<ModelStore> store) : estimator(std::move(store)) {}
-
-void PoseTracker::Next(PicturePyramid& frame) {
-    switch (change.Next(frame)) {
-        case Succession::kSame:
-            return;
-        case Succession::kJump:
-            bodies.clear();
-            break;
-        case Succession::kContinues:
-            break;
-    }
-    Follow(frame);
-    if (bodies.empty() || ++framesSinceSearch >= kSearchInterval) FindNew(frame);
-}
+PoseTracker::PoseTracker(std::shared_ptr<ModelStore> store)
+    : FrameTracker(kSearchInterval), estimator(std::move(store)) {}
 
 void PoseTracker::Take(const BodyShape& found, const RotatedSquare& region, TrackedBody& body) {
     body.shape = found;
@@ -53,7 +40,7 @@ void PoseTracker::Take(const BodyShape& found, const RotatedSquare& region, Trac
 
 void PoseTracker::Follow(PicturePyramid& frame) {
     std::vector<TrackedBody> kept;
-    for (TrackedBody& body : bodies) {
+    for (TrackedBody& body : tracked) {
         BodyShape found;
         if (!estimator.Run(frame, body.region, found)) continue;
         Take(found, body.region, body);
@@ -62,21 +49,20 @@ void PoseTracker::Follow(PicturePyramid& frame) {
         });
         if (!twice) kept.push_back(std::move(body));
     }
-    bodies = std::move(kept);
+    tracked = std::move(kept);
 }
 
 bool PoseTracker::IsKnown(const RotatedSquare& region) const {
-    return std::any_of(bodies.begin(), bodies.end(),
+    return std::any_of(tracked.begin(), tracked.end(),
                        [&](const TrackedBody& body) { return SameBody(body.region, region); });
 }
 
 void PoseTracker::FindNew(PicturePyramid& frame) {
-    framesSinceSearch = 0;
     std::vector<RotatedSquare> regions = estimator.Detect(frame);
     std::stable_sort(regions.begin(), regions.end(),
                      [](const auto& a, const auto& b) { return a.side > b.side; });
     for (const RotatedSquare& region : regions) {
-        if (bodies.size() >= kMaxBodies) return;
+        if (tracked.size() >= kMaxBodies) return;
         if (IsKnown(region)) continue;
         // The first look finds the body's own region, the second one its points.
         BodyShape rough, found;
@@ -87,8 +73,8 @@ void PoseTracker::FindNew(PicturePyramid& frame) {
         body.smoothing = OneEuro(kSmoothing);
         Take(found, own, body);
         if (IsKnown(body.region)) continue;
-        body.number = nextNumber++;
-        bodies.push_back(std::move(body));
+        body.number = NextNumber();
+        tracked.push_back(std::move(body));
     }
 }
 

@@ -4,8 +4,8 @@
 #include <bitset>
 #include <vector>
 
+#include "ai/picture/frame_tracker.h"
 #include "ai/picture/one_euro.h"
-#include "ai/picture/picture_change.h"
 #include "ai/pose/pose_estimator.h"
 
 namespace kelmo {
@@ -19,26 +19,20 @@ struct TrackedBody {
     int32_t number = 0;  ///< counts up, the same for the same body
 };
 
-/// Follows the bodies of a row of frames. The list keeps its order: the largest first when they
-/// come into the picture together, later ones behind. A body is sought in the whole frame while
-/// there is none, then each tenth frame. A jump starts anew; the same frame again changes nothing.
-class PoseTracker {
+/// Follows the bodies of a row of frames: the largest first when they come into the picture
+/// together. They are sought on each tenth frame.
+class PoseTracker : public FrameTracker<TrackedBody> {
 public:
     explicit PoseTracker(std::shared_ptr<ModelStore> store);
-    void Next(PicturePyramid& frame);
-    const std::vector<TrackedBody>& Bodies() const { return bodies; }
+    const std::vector<TrackedBody>& Bodies() const { return tracked; }
 
 private:
-    void Follow(PicturePyramid& frame);
-    void FindNew(PicturePyramid& frame);
+    void Follow(PicturePyramid& frame) override;
+    void FindNew(PicturePyramid& frame) override;
     bool IsKnown(const RotatedSquare& region) const;
     static void Take(const BodyShape& found, const RotatedSquare& region, TrackedBody& body);
 
     PoseEstimator estimator;
-    PictureChange change;
-    std::vector<TrackedBody> bodies;
-    int framesSinceSearch = 0;
-    int32_t nextNumber = 1;
 };
 
 }  // namespace kelmo

@@ -137,4 +137,9 @@ cv::Mat Mirrored(const cv::Mat& bgra) {
     return mirrored;
 }
 
+void PhotoTest::SetUp() {
+    KELMO_NEED_MODELS();
+    if (astronaut.empty()) GTEST_SKIP() << "the photo is not there; scripts/fetch-media gets it";
+}
+
 }  // namespace kelmo::test

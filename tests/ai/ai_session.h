@@ -81,4 +81,11 @@ cv::Mat Mirrored(const cv::Mat& bgra);
     GTEST_SKIP() << "the photo " << name << " is not there; scripts/fetch-media and " \
                  << "scripts/fetch-models --test-photos get it"
 
+/// Skipped without the networks and the photo of scripts/fetch-media.
+class PhotoTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    const cv::Mat astronaut = Photo("astronaut.png");
+};
+
 }  // namespace kelmo::test

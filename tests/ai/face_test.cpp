@@ -10,6 +10,8 @@
 namespace kelmo::test {
 namespace {
 
+using Faces = PhotoTest;
+
 using Face = AIDATA::HumanFaceInfo;
 
 constexpr int kLeftRing[] = {52, 57, 73, 56, 55, 54, 72, 53};
@@ -69,8 +71,7 @@ void ExpectWellFormed(const Face& face, cv::Size size) {
     }
 }
 
-TEST(Faces, AreFoundWhereTheyAre) {
-    KELMO_NEED_MODELS();
+TEST_F(Faces, AreFoundWhereTheyAre) {
     const struct {
         const char* photo;
         std::vector<cv::Point2f> noses;  ///< seen by eye, fractions of the photo
@@ -97,8 +98,7 @@ TEST(Faces, AreFoundWhereTheyAre) {
     }
 }
 
-TEST(Faces, OfAMirroredPhotoAreMirrored) {
-    KELMO_NEED_MODELS();
+TEST_F(Faces, OfAMirroredPhotoAreMirrored) {
     for (const char* name : {"astronaut.png", "people/sample3.jpg", "people/sample5.jpg"}) {
         KELMO_NEED_PHOTO(photo, name);
         const auto straight = AiSession(kFace).Faces(photo);
@@ -126,9 +126,7 @@ TEST(Faces, OfAMirroredPhotoAreMirrored) {
     }
 }
 
-TEST(Faces, RollFollowsATurnedPhotoAndTheOtherAnglesStay) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Faces, RollFollowsATurnedPhotoAndTheOtherAnglesStay) {
     const auto angles = [&](double clockwise) {
         cv::Mat turned;
         cv::warpAffine(astronaut, turned, cv::getRotationMatrix2D({222, 125}, -clockwise, 1.0),
@@ -145,8 +143,7 @@ TEST(Faces, RollFollowsATurnedPhotoAndTheOtherAnglesStay) {
     }
 }
 
-TEST(Faces, AreNotSeenWhereThereAreNone) {
-    KELMO_NEED_MODELS();
+TEST_F(Faces, AreNotSeenWhereThereAreNone) {
     AiSession session(kFace);
     for (uint64_t i = 0; i < 3; ++i) {
         const auto data = session.Faces(
@@ -156,9 +153,7 @@ TEST(Faces, AreNotSeenWhereThereAreNone) {
     }
 }
 
-TEST(Faces, KeepTheirNumberAndAreCalmWhileTheyRest) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Faces, KeepTheirNumberAndAreCalmWhileTheyRest) {
     AiSession session(kFace);
     double smoothed = 0, alone = 0;
     Face lastSmoothed, lastAlone;
@@ -178,9 +173,7 @@ TEST(Faces, KeepTheirNumberAndAreCalmWhileTheyRest) {
     EXPECT_LT(smoothed / (11 * 106), 0.5);  // pixels, of a face of 90
 }
 
-TEST(Faces, FollowAMovingFaceWithoutLag) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Faces, FollowAMovingFaceWithoutLag) {
     AiSession session(kFace);
     Face followed, fresh;
     for (int i = 0; i < 12; ++i) {
@@ -194,9 +187,7 @@ TEST(Faces, FollowAMovingFaceWithoutLag) {
     EXPECT_LT(sum / 106, 2.0);  // pixels, of 6 a frame
 }
 
-TEST(Faces, AreTheSameForTheSameFramesAndFreshAfterACut) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Faces, AreTheSameForTheSameFramesAndFreshAfterACut) {
     const cv::Mat wall(astronaut.size(), CV_8UC4, cv::Scalar(30, 20, 10, 255));
     const auto marks = [](AiSession& session, const cv::Mat& frame) {
         return session.Faces(frame)->faces.at(0).landmarks;

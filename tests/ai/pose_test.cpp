@@ -9,11 +9,11 @@
 namespace kelmo::test {
 namespace {
 
+using Bodies = PhotoTest;
+
 using Points = std::vector<std::pair<float, float>>;
 
-TEST(Bodies, PointsStandInTheirOrder) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Bodies, PointsStandInTheirOrder) {
     const auto data = AiSession(kPose).Bodies(astronaut);
     ASSERT_NE(data, nullptr);
     ASSERT_EQ(data->persons.size(), 1u);
@@ -42,9 +42,7 @@ TEST(Bodies, PointsStandInTheirOrder) {
     for (size_t index : {13u, 14u, 15u, 16u}) EXPECT_EQ(points[index], std::pair(-1.0f, -1.0f));
 }
 
-TEST(Bodies, OfAMirroredPhotoChangeSides) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Bodies, OfAMirroredPhotoChangeSides) {
     const Points straight = AiSession(kPose).Bodies(astronaut)->persons.at(0).points;
     const Points mirrored = AiSession(kPose).Bodies(Mirrored(astronaut))->persons.at(0).points;
     for (const auto& [a, b] : {std::pair(0, 0), std::pair(1, 2), std::pair(2, 1), std::pair(5, 6),
@@ -54,9 +52,7 @@ TEST(Bodies, OfAMirroredPhotoChangeSides) {
     }
 }
 
-TEST(Bodies, OfTwoPeopleApartAreTwo) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Bodies, OfTwoPeopleApartAreTwo) {
     cv::Mat pair;
     cv::hconcat(astronaut, Mirrored(astronaut), pair);
     const auto data = AiSession(kPose).Bodies(pair);
@@ -69,17 +65,14 @@ TEST(Bodies, OfTwoPeopleApartAreTwo) {
     EXPECT_NEAR(noses[1], 1 - 0.434f / 2, 0.03);
 }
 
-TEST(Bodies, AreNotSeenWhereThereAreNone) {
-    KELMO_NEED_MODELS();
+TEST_F(Bodies, AreNotSeenWhereThereAreNone) {
     const auto data =
         AiSession(kPose).Bodies(cv::Mat(240, 320, CV_8UC4, cv::Scalar(90, 120, 80, 255)));
     ASSERT_NE(data, nullptr);
     EXPECT_TRUE(data->persons.empty());
 }
 
-TEST(Bodies, AreCalmWhileTheyRestAndRepeat) {
-    KELMO_NEED_MODELS();
-    KELMO_NEED_PHOTO(astronaut, "astronaut.png");
+TEST_F(Bodies, AreCalmWhileTheyRestAndRepeat) {
     AiSession session(kPose), again(kPose);
     Points last, lastAlone;
     double smoothed = 0, alone = 0;
