@@ -14,8 +14,8 @@ namespace kelmo::test {
 using host::EffectDescription;
 using host::Picture;
 
-/// An effect at work on pictures in memory, frame after frame. Effects that follow a person find the
-/// one of staged_person.h in every picture, whatever it shows.
+/// An effect at work on pictures in memory, frame after frame. Effects that follow a person find
+/// the one of staged_person.h in every picture, whatever it shows.
 class StagedEffect {
 public:
     /// `frames` at 25 a second. Throws HostError when the effect cannot be made.
