@@ -5,6 +5,8 @@
 #include <chrono>
 #include <condition_variable>
 #include <exception>
+#include <iterator>
+#include <list>
 #include <mutex>
 #include <system_error>
 #include <thread>
@@ -16,18 +18,43 @@ namespace kelmo {
 
 namespace {
 
-struct LoaderCount {
+struct Loader {
+    std::thread thread;
+    /// Nothing but the way out of the thread is left to run.
+    bool done = false;
+};
+
+struct LoaderList {
     std::mutex mutex;
     std::condition_variable gone;
-    int running = 0;
+    /// Guarded, with all that is in it.
+    std::list<Loader> loaders;
     /// Rises with every wish to stop; a loader compares it with the value at its start.
     std::atomic<uint64_t> generation{0};
+
+    /// Takes out those that are done. Called with the mutex held; whoever gets them lets go of it
+    /// and joins them.
+    std::list<Loader> TakeDone() {
+        std::list<Loader> taken;
+        for (auto loader = loaders.begin(); loader != loaders.end();) {
+            const auto next = std::next(loader);
+            if (loader->done) taken.splice(taken.end(), loaders, loader);
+            loader = next;
+        }
+        return taken;
+    }
 };
 
 // Never destroyed: a loader that outlasts the wait at the end of the process still finds it.
-LoaderCount& Loaders() {
-    static LoaderCount* const loaders = new LoaderCount;
+LoaderList& Loaders() {
+    static LoaderList* const loaders = new LoaderList;
     return *loaders;
+}
+
+/// Waits for the very end of threads that are done. A signal at thread exit would come earlier, and
+/// never for a thread that ends while the process does.
+void Join(std::list<Loader> done) {
+    for (Loader& loader : done) loader.thread.join();
 }
 
 // OpenCV's libraries are loaded before this one and hence end after it: no loader is left in a
@@ -46,19 +73,11 @@ void RunGuarded(const std::function<void(const LoaderTicket&)>& task, const Load
     }
 }
 
-// Signals when the thread really ends, behind the last line of ours that it runs.
-void SignOffAtThreadExit() {
-    LoaderCount& loaders = Loaders();
-    std::unique_lock<std::mutex> lock(loaders.mutex);
-    --loaders.running;
-    std::notify_all_at_thread_exit(loaders.gone, std::move(lock));
-}
-
-void SignOffNow() {
-    LoaderCount& loaders = Loaders();
-    const std::lock_guard<std::mutex> guard(loaders.mutex);
-    --loaders.running;
-    loaders.gone.notify_all();
+void SignOff(Loader& loader) {
+    LoaderList& list = Loaders();
+    const std::lock_guard<std::mutex> guard(list.mutex);
+    loader.done = true;
+    list.gone.notify_all();
 }
 
 }  // namespace
@@ -79,32 +98,42 @@ bool LoaderTicket::ShouldStop() const {
 
 void StartTextureLoader(std::shared_ptr<TextureFrames> frames,
                         std::function<void(const LoaderTicket&)> task) {
-    {
-        const std::lock_guard<std::mutex> guard(Loaders().mutex);
-        ++Loaders().running;
-    }
     // One shared reference a loader, that of its ticket: `ShouldStop` counts on it.
     auto ticket = std::make_shared<LoaderTicket>(std::move(frames));
+    LoaderList& list = Loaders();
+    std::unique_lock<std::mutex> lock(list.mutex);
+    std::list<Loader> done = list.TakeDone();
+    Loader& loader = list.loaders.emplace_back();
     try {
-        std::thread([ticket, task]() mutable {
+        loader.thread = std::thread([ticket, task, &loader]() mutable {
             RunGuarded(task, *ticket);
             ticket.reset();
             task = nullptr;
-            SignOffAtThreadExit();
-        }).detach();
+            SignOff(loader);
+        });
     } catch (const std::system_error& error) {
+        list.loaders.pop_back();
+        lock.unlock();
         LogWarning("No thread for loading textures (%s): loading at once", error.what());
         RunGuarded(task, *ticket);
-        SignOffNow();
     }
+    if (lock) lock.unlock();
+    Join(std::move(done));
 }
 
 bool StopTextureLoaders(int longestWait) {
-    LoaderCount& loaders = Loaders();
-    loaders.generation.fetch_add(1);
-    std::unique_lock<std::mutex> lock(loaders.mutex);
-    return loaders.gone.wait_for(lock, std::chrono::milliseconds(longestWait),
-                                 [&loaders] { return loaders.running == 0; });
+    LoaderList& list = Loaders();
+    list.generation.fetch_add(1);
+    std::unique_lock<std::mutex> lock(list.mutex);
+    std::list<Loader> done;
+    const bool all =
+        list.gone.wait_for(lock, std::chrono::milliseconds(longestWait), [&list, &done] {
+            done.splice(done.end(), list.TakeDone());
+            return list.loaders.empty();
+        });
+    lock.unlock();
+    Join(std::move(done));
+    return all;
 }
 
 }  // namespace kelmo

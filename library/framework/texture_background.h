@@ -7,11 +7,11 @@
 
 #include "framework/texture_frames.h"
 
-/// The detached threads that decode material, and how the library gets rid of them.
+/// The threads that decode material, and how the library gets rid of them.
 ///
-/// Nobody joins a loader. It holds the frames by shared ownership and touches nothing else of the
-/// effect. All loaders are counted, so that a shutdown can tell them to stop and wait until the
-/// last one has left the library's code; they look at that wish between two frames.
+/// No effect waits for a loader. It holds the frames by shared ownership and touches nothing else
+/// of the effect. All loaders are listed, so that a shutdown can tell them to stop and wait until
+/// the last one has left the library's code; they look at that wish between two frames.
 namespace kelmo {
 
 /// One running loader: its share of the frames, and the wish to stop.
@@ -30,7 +30,7 @@ private:
     uint64_t startedIn;
 };
 
-/// Runs `task` on a new detached thread, with the ticket of that thread. A system that has no more
+/// Runs `task` on a new thread, with the ticket of that thread. A system that has no more
 /// threads runs it before this returns. Nothing that the task throws leaves it.
 void StartTextureLoader(std::shared_ptr<TextureFrames> frames,
                         std::function<void(const LoaderTicket&)> task);
