@@ -6,18 +6,11 @@
 #include <utility>
 
 #include "bindings/ai_effect_lib.h"
+#include "framework/picture_record.h"
 
 namespace kelmo {
 
 namespace {
-
-FrameRecord Describe(const cv::Mat& picture) {
-    FrameRecord record =
-        FrameRecord::TargetLess(picture.cols, picture.rows, static_cast<int32_t>(picture.step));
-    record.pixels = picture.data;
-    record.channels = picture.channels();
-    return record;
-}
 
 AIImage ImageOf(const cv::Mat& picture) {
     return {picture.data, picture.cols, picture.rows, static_cast<int32_t>(picture.step)};
@@ -79,7 +72,7 @@ void NLEOpenGLCombineFilter::UseTransferMask(FrameRecord& maskOut, const cv::Mat
         cv::resize(hostMask, scaled, *scaleTo, 0.0, 0.0, cv::INTER_LINEAR);
     }
     if (grey) cv::cvtColor(scaleTo ? scaledMask : hostMask, maskBuffer, cv::COLOR_RGBA2GRAY);
-    maskOut = Describe(grey || scaleTo ? maskBuffer : hostMask);
+    maskOut = PictureRecord(grey || scaleTo ? maskBuffer : hostMask);
 }
 
 bool NLEOpenGLCombineFilter::UseFilterMask(FrameRecord& maskOut, void* aiHandle, cv::Mat& maskMat,
@@ -88,7 +81,7 @@ bool NLEOpenGLCombineFilter::UseFilterMask(FrameRecord& maskOut, void* aiHandle,
     cv::Mat picture;
     GetMat(picture, input);
     if (picture.empty()) return false;
-    if (scaleTo) {
+    if (scaleTo && *scaleTo != picture.size()) {
         cv::resize(picture, scaledInput, *scaleTo, 0.0, 0.0, cv::INTER_LINEAR);
         picture = scaledInput;
     }
@@ -100,7 +93,7 @@ bool NLEOpenGLCombineFilter::UseFilterMask(FrameRecord& maskOut, void* aiHandle,
         DropView(maskMat);
         cv::cvtColor(maskBuffer, maskMat, cv::COLOR_RGBA2GRAY);
     }
-    maskOut = Describe(maskMat);
+    maskOut = PictureRecord(maskMat);
     return true;
 }
 

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// People: the first byte of the mask at slot 1 says how much of a place is one of them.
+#include "blur.glsl"
+#include "frame.glsl"
+
+float Person(vec2 uv) { return Input1(uv).b; }
+
+// The same without places that are half a person: what the network is not sure of is decided.
+float FirmPerson(vec2 uv) { return smoothstep(0.35, 0.65, Person(uv)); }
+
+// How much of the disc round a place, in heights of the frame, is people: half of it at their edge.
+float PersonAround(vec2 uv, float radius, int samples) {
+    vec2 p = ToHeightUnits(uv);
+    vec2 direction = vec2(radius, 0.0);
+    float sum = 0.0;
+    for (int k = 0; k < samples; ++k) {
+        sum += FirmPerson(FromHeightUnits(p + DiscRadius(k, samples) * direction));
+        direction = kGoldenTurn * direction;
+    }
+    return sum / float(samples);
+}
+
+// The people without the steps that a coarse mask has at their edge.
+float SmoothPerson(vec2 uv) { return smoothstep(0.35, 0.65, PersonAround(uv, 0.004, 12)); }
