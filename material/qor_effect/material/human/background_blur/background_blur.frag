@@ -6,7 +6,7 @@
 uniform float blur;        // radius in heights of the frame
 uniform float highlights;  // how much lights weigh more, so that they become discs of their own
 
-const int kSamples = 64;
+const int kSamples = 48;
 const float kLeast = 0.004;  // weight of a place within the people, for a disc that has no other
 
 void main() {

@@ -25,7 +25,7 @@ void main() {
     vec3 wall = mix(UnpackColor(lower_color), UnpackColor(color), height);
     wall *= 1.06 - 0.35 * away * away * 2.0;
     vec2 caster = vTexCoord - kFall / vec2(Aspect(), 1.0);
-    float dark = shadow * PersonAround(caster, kSoft, 32) * (1.0 - inside);
+    float dark = shadow * PersonAround(caster, kSoft, 28) * (1.0 - inside);
     wall *= 1.0 - 0.75 * dark;
     // Grain that no eye sees, so that the colours run without steps.
     wall += (fract(52.9829189 * fract(dot(gl_FragCoord.xy, vec2(0.06711056, 0.00583715)))) - 0.5) / 255.0;

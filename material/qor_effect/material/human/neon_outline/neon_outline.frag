@@ -18,11 +18,15 @@ void main() {
     vec4 clip = Input0(vTexCoord);
     float person = Person(vTexCoord);
 
-    // 1 on the edge, 0 as far from it as the disc reaches.
-    float near = 1.0 - abs(2.0 * PersonAround(vTexCoord, 1.25 * width, 24) - 1.0);
-    float tube = smoothstep(0.2, 0.75, near);
-    float core = smoothstep(0.6, 1.0, near);
-    float around = PersonAround(vTexCoord, kGlowReach, 40);
+    float around = PersonAround(vTexCoord, kGlowReach, 28);
+    float tube = 0.0;
+    float core = 0.0;
+    if (around > 0.0 && around < 1.0) {
+        // 1 on the edge, 0 as far from it as the disc reaches.
+        float near = 1.0 - abs(2.0 * PersonAround(vTexCoord, 1.25 * width, 24) - 1.0);
+        tube = smoothstep(0.2, 0.75, near);
+        core = smoothstep(0.6, 1.0, near);
+    }
     // The light falls on the people, too, but less: they stand before it.
     float halo = mix(min(2.0 * around, 1.0), 0.8 * (1.0 - around), person);
     halo = glow * halo * halo;

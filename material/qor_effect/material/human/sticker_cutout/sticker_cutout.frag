@@ -37,13 +37,12 @@ vec3 Poster(vec2 p) {
 
 void main() {
     vec4 clip = Input0(vTexCoord);
-    float inside = SmoothPerson(vTexCoord);
     // The mean over a disc grows the people and rounds their corners as scissors do.
-    float paper = border * uResolution.y < 0.5
-                      ? inside
-                      : smoothstep(0.08, 0.16, PersonAround(vTexCoord, 1.45 * border, 40));
+    float around = PersonAround(vTexCoord, 1.45 * border, 32);
+    float inside = around > 0.0 ? SmoothPerson(vTexCoord) : 0.0;
+    float paper = border * uResolution.y < 0.5 ? inside : smoothstep(0.08, 0.16, around);
     vec2 caster = vTexCoord - kFall / vec2(Aspect(), 1.0);
-    float fallen = smoothstep(0.05, 0.75, PersonAround(caster, border + 0.012, 24));
+    float fallen = smoothstep(0.05, 0.75, PersonAround(caster, border + 0.012, 16));
 
     vec4 ground = Over(Premultiplied(Poster(ToHeightUnits(vTexCoord)), backdrop), clip);
     ground.rgb *= 1.0 - shadow * fallen;
