@@ -29,13 +29,17 @@ std::vector<NeutralCase> NeutralCases() {
           "scale=1"}},
         {"Angel Halo Sticker", {"amount=0"}},
         {"Angel Wings Sticker", {"amount=0"}},
+        {"Background Blur", {"blur=0"}},
+        {"Background Colour", {"amount=0"}},
         {"Bokeh Lights", {"amount=0"}},
         {"Chromatic Aberration", {"amount=0"}},
+        {"Clones", {"opacity=0"}},
         {"Colour Blur",
          {"uEclosion=0", "uEnhance=0", "WholeBlurIntension=0", "RBlurIntension=0",
           "GBlurIntension=0", "BBlurIntension=0"}},
         {"Colour Grade",
          {"exposure=0", "contrast=1", "saturation=1", "temperature=0", "tint=0", "split=0"}},
+        {"Colour Pop", {"amount=0"}},
         {"Corner Pin",
          {"left_upx=0", "left_upy=0", "right_upx=1", "right_upy=0", "left_downx=0", "left_downy=1",
           "right_downx=1", "right_downy=1"}},
@@ -49,12 +53,17 @@ std::vector<NeutralCase> NeutralCases() {
         {"Hallucination", {"filter=0", "echo=0"}},
         {"Halftone", {"amount=0"}},
         {"Heart Highlights", {"alpha=0"}},
+        {"Hero Echo", {"opacity=0"}},
         {"Lens Distortion", {"amount=0"}},
         {"Light Leak", {"amount=0"}},
+        {"Magic Circle", {"amount=0"}},
         {"Match Colour", {"strength=0"}},
         {"Match Colour", {"Enabled=0"}},
+        {"Neon Outline", {"amount=0"}},
         {"Painted Canvas", {"amount=0", "paint=0"}},
         {"Pencil Sketch", {"amount=0"}},
+        {"Person Glitch", {"strength=0"}},
+        {"Person Mosaic", {"size=0"}},
         {"Pixel Sunglasses Sticker", {"amount=0"}},
         {"Pulse", {"zoom=0", "flash=0", "split=0", "audio_min=1", "audio_max=1"}},
         {"RGB Curves",
@@ -66,6 +75,7 @@ std::vector<NeutralCase> NeutralCases() {
         {"Soft Blur", {"uIterations=0"}},
         {"Star Highlights", {"alpha=0"}},
         {"Star Highlights (own picture)", {"alpha=0"}},
+        {"Sticker Cutout", {"amount=0"}},
         {"Tilt Shift", {"blur=0", "saturation=1"}},
         {"VHS Tape", {"amount=0"}},
         {"Vignette", {"amount=0"}},
@@ -120,9 +130,12 @@ TEST(NeutralValues, AreKnownForEveryFilterThatHasThem) {
 
 TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
     const std::set<std::string> kDrawing = {
-        "Fractal Noise",  // draws its own picture
-        "Spectrum Bars",  // bars
-        "Waveform Glow",  // a line
+        "Fractal Noise",      // draws its own picture
+        "Spectrum Bars",      // bars
+        "Waveform Glow",      // a line
+        "Background Colour",  // a wall
+        "Magic Circle",       "Neon Outline",
+        "Sticker Cutout",  // a poster
         "Angel Halo Sticker", "Angel Wings Sticker", "Crown Sticker", "Pixel Sunglasses Sticker",
     };
     Picture clear = Clear(96, 54);
