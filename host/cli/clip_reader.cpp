@@ -3,7 +3,8 @@
 
 namespace kelmo::host {
 
-ClipReader::ClipReader(const std::string& file) : path(file), reader(MediaReader::Open(file)) {}
+ClipReader::ClipReader(const std::string& file, const ReaderOptions& options)
+    : path(file), reader(MediaReader::Open(file, options)) {}
 
 ClipReader::~ClipReader() = default;
 

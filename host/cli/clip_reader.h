@@ -16,7 +16,7 @@ namespace kelmo::host {
 /// Thread rule: one object, one thread. Throws MediaError.
 class ClipReader {
 public:
-    explicit ClipReader(const std::string& path);
+    explicit ClipReader(const std::string& path, const ReaderOptions& options = {});
     ~ClipReader();
 
     const MediaInfo& Info() const { return reader->Info(); }

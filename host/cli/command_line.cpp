@@ -102,6 +102,7 @@ int RunCommandLine(int argc, char** argv) {
     AddInfoCommand(app, line);
     AddRenderCommand(app, line);
     AddGalleryCommand(app, line);
+    AddAnalyseCommand(app, line);
     AddDoctorCommand(app, line);
     AddBenchCommand(app, line);
     AddDeveloperCommand(app, line, "mesh");

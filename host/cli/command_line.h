@@ -38,6 +38,7 @@ void AddListCommand(CLI::App& app, CommandLine& line);
 void AddInfoCommand(CLI::App& app, CommandLine& line);
 void AddRenderCommand(CLI::App& app, CommandLine& line);
 void AddGalleryCommand(CLI::App& app, CommandLine& line);
+void AddAnalyseCommand(CLI::App& app, CommandLine& line);
 void AddDoctorCommand(CLI::App& app, CommandLine& line);
 void AddBenchCommand(CLI::App& app, CommandLine& line);
 /// Hands its arguments to the program "kelmo-NAME" beside this one.

@@ -14,9 +14,11 @@
 #include "host/cli/plugin_runtime.h"
 #include "host/cli/progress.h"
 #include "host/cli/render_plan.h"
+#include "host/cli/sample_sound.h"
 #include "host/cli/text_layer.h"
 #include "host/media/media_reader.h"
 #include "host/media/media_writer.h"
+#include "host/people/clip_people.h"
 #include "host/session/effect_chain.h"
 #include "host/session/host_error.h"
 
@@ -28,6 +30,8 @@ constexpr FrameRate kGalleryRate{25, 1};
 constexpr int64_t kFilterFrames = 50;
 constexpr int64_t kTransitionFrames = 25;
 constexpr double kGoodMoment = 0.4;  // of the effect: in the middle some show nothing but a colour
+/// Mean difference of a channel, in levels, below which a picture does not show the effect.
+constexpr double kHardlyChanged = 1.5;
 constexpr const char* kSampleText = "Text";
 
 struct GalleryOptions {
@@ -75,6 +79,13 @@ Picture Mirrored(const Picture& picture) {
     return mirrored;
 }
 
+/// Mean difference of the channels of two pictures of one size, 0..255.
+double Difference(const Picture& a, const Picture& b) {
+    int64_t sum = 0;
+    for (size_t i = 0; i < a.pixels.size(); ++i) sum += std::abs(a.pixels[i] - b.pixels[i]);
+    return static_cast<double>(sum) / static_cast<double>(std::max<size_t>(a.pixels.size(), 1));
+}
+
 /// A name that is a file name everywhere.
 std::string FileName(const EffectDescription& effect) {
     std::string name;
@@ -101,7 +112,10 @@ public:
     Gallery(CommandLine& commandLine, const GalleryOptions& galleryOptions)
         : line(commandLine),
           options(galleryOptions),
-          runtime(line.Where(), line.console, options.onGpu) {}
+          runtime(line.Where(), line.console, options.onGpu),
+          people(std::make_unique<SeenBodies>(
+              line.Where().plugins.string(), line.Where().resources.string(),
+              [this](const std::string& reason) { line.console.Warning(reason); })) {}
 
     int Run() {
         ReadInputs();
@@ -136,6 +150,7 @@ private:
         if (inputs.size() > 2) throw UsageError("a gallery takes two inputs at most");
         first = ReadPicture(inputs[0], size);
         second = inputs.size() > 1 ? ReadPicture(inputs[1], size) : Mirrored(first);
+        secondIsOwn = inputs.size() > 1;
     }
 
     void Choose() {
@@ -172,8 +187,19 @@ private:
         }
     }
 
-    /// A good moment of the effect, drawn after all frames before it.
+    /// A good moment of the effect. One that hardly changes the first input (no lights there, say)
+    /// is shown on the second, if that has more for it.
     Picture Draw(const EffectDescription& effect) {
+        Picture picture = DrawOn(effect, first);
+        if (effect.Type() != EffectType::kFilter || !secondIsOwn) return picture;
+        const double change = Difference(picture, first);
+        if (change >= kHardlyChanged) return picture;
+        Picture other = DrawOn(effect, second);
+        return Difference(other, second) > change ? other : picture;
+    }
+
+    /// Drawn after all frames before it.
+    Picture DrawOn(const EffectDescription& effect, Picture& clip) {
         const bool transition = effect.Type() == EffectType::kTransition;
         ChainLink link;
         link.effect = &effect;
@@ -182,12 +208,16 @@ private:
         EffectChain chain(runtime.Plugin(), runtime.Services(), std::move(links), size.width,
                           size.height, kGalleryRate, options.onGpu);
         const bool text = effect.Type() == EffectType::kText;
+        SampleSound sound(kGalleryRate);
         const auto last = static_cast<int64_t>(
             kGoodMoment * static_cast<double>(transition ? kTransitionFrames : kFilterFrames));
-        Picture& shown = text ? sampleText->Drawn() : first;
+        Picture& shown = text ? sampleText->Drawn() : clip;
         Picture output;
         for (int64_t frame = 0; frame <= last; ++frame) {
             FrameExtras extras;
+            extras.samples = sound.Frame(frame);
+            extras.ai = &people;
+            people.BeginFrame(kGalleryRate.TimeOf(frame), clip, nullptr);
             if (text) extras.text = sampleText->Text(frame == 0);
             chain.Render(frame, shown, transition ? &second : nullptr, extras, output);
         }
@@ -228,9 +258,11 @@ private:
     CommandLine& line;
     const GalleryOptions& options;
     PluginRuntime runtime;
+    ClipPeople people;
     PixelSize size;
     Picture first;
     Picture second;
+    bool secondIsOwn = false;  // and no copy of the first
     std::unique_ptr<TextLayer> sampleText;
     std::vector<const EffectDescription*> chosen;
     std::filesystem::path folder;
@@ -250,7 +282,8 @@ void AddGalleryCommand(CLI::App& app, CommandLine& line) {
         ->type_name("FILE|DIR");
     command
         ->add_option("-i,--input", options->inputs,
-                     "Picture or video; the second is for transitions")
+                     "Picture or video; the second is for transitions, and for effects that "
+                     "find nothing to do on the first")
         ->allow_extra_args(false)
         ->type_name("FILE");
     command->add_option("--tile", options->tile, "Size of each picture")

@@ -120,6 +120,17 @@ void AddTextOptions(CLI::App* command, RenderTexts& texts, RenderRequest& reques
     command->add_flag("--bold", request.text.bold, "Bold text");
 }
 
+void AddPeopleOptions(CLI::App* command, RenderRequest& request) {
+    command
+        ->add_option("--mask", request.mask,
+                     "Where the people are: picture, numbered pictures or clip; the AI library")
+        ->type_name("FILE");
+    command
+        ->add_option("--pose", request.pose,
+                     "Body points as `kelmo analyse --poses` writes them; the AI library")
+        ->type_name("FILE");
+}
+
 }  // namespace
 
 void AddRenderCommand(CLI::App& app, CommandLine& line) {
@@ -146,6 +157,7 @@ void AddRenderCommand(CLI::App& app, CommandLine& line) {
             ->type_name("NAME=VALUE");
     AddTimingOptions(command, *texts, *request);
     AddTextOptions(command, *texts, *request);
+    AddPeopleOptions(command, *request);
     AddFileOptions(command, *texts, *request);
     command->add_flag("--gpu", request->onGpu, "Keep the pictures on the graphics card");
     command->add_flag("--json", request->json, "Print JSON");

@@ -10,11 +10,13 @@
 #include "host/cli/clip_reader.h"
 #include "host/cli/effect_json.h"
 #include "host/cli/interrupt.h"
+#include "host/cli/mask_reader.h"
 #include "host/cli/plugin_runtime.h"
 #include "host/cli/progress.h"
 #include "host/cli/timeline_sound.h"
 #include "host/media/frame_drain.h"
 #include "host/media/media_writer.h"
+#include "host/people/clip_people.h"
 #include "host/session/effect_chain.h"
 #include "host/session/host_error.h"
 
@@ -96,6 +98,7 @@ public:
         std::vector<ChainLink> links = LookUp(runtime.Effects(), request.effects);
         OpenInputs(links);
         MakePlan(links);
+        OpenPeople();
         RefuseOverwriting(request);
         PlaceLinks(plan, links);
         EffectChain chain(runtime.Plugin(), runtime.Services(), std::move(links), plan.width,
@@ -115,6 +118,9 @@ private:
         }
         if (request.timing.transition && request.text.Given()) {
             throw UsageError("a transition has no --text; draw the text in a run of its own");
+        }
+        if ((!request.mask.empty() || !request.pose.empty()) && request.inputs.size() != 1) {
+            throw UsageError("--mask and --pose tell about the people of one input, -i FILE");
         }
         if (request.inputs.empty() && !request.text.Given()) {
             throw UsageError("there is no input; give -i FILE, or --text for a text alone");
@@ -138,6 +144,21 @@ private:
                                         runtime.Device()->LargestSide()));
         }
         if (links.size() > 1 && plan.frames > INT32_MAX) throw UsageError("too many frames");
+    }
+
+    /// Effects that need body points get them; masks they ask the AI library for by themselves.
+    void OpenPeople() {
+        if (!request.mask.empty()) mask = std::make_unique<MaskReader>(request.mask, plan.rate);
+        std::unique_ptr<BodySource> bodies;
+        if (!request.pose.empty()) {
+            bodies = std::make_unique<RecordedBodies>(ReadBodyTrackFile(request.pose));
+        } else {
+            const Installation& where = line.Where();
+            bodies = std::make_unique<SeenBodies>(
+                where.plugins.string(), where.resources.string(),
+                [this](const std::string& reason) { line.console.Warning(reason); });
+        }
+        people = std::make_unique<ClipPeople>(std::move(bodies));
     }
 
     void OpenOutput() {
@@ -172,6 +193,7 @@ private:
         for (size_t i = 0; i < clips.size(); ++i) {
             clips[i]->Begin(plan, plan.clips[i], plan.drawFrom);
         }
+        if (mask) mask->Begin(plan, plan.clips[0], plan.drawFrom);
         Picture output;
         for (int64_t frame = plan.drawFrom; frame < plan.end && !Interrupted(); ++frame) {
             DrawFrame(chain, frame, output);
@@ -190,6 +212,11 @@ private:
         for (size_t i = 0; i < clips.size(); ++i) {
             if (plan.clips[i].Covers(frame)) shown[count++] = &clips[i]->Next();
         }
+        if (shown[0] != nullptr) {
+            const double seconds = plan.clips[0].start + plan.rate.TimeOf(frame);
+            people->BeginFrame(seconds, *shown[0], mask ? &mask->Next() : nullptr);
+            extras.ai = people.get();
+        }
         if (!text) {
             chain.Render(frame, *shown[0], shown[1], extras, output);
             return;
@@ -202,6 +229,7 @@ private:
     int Finish() {
         const int64_t written = writer->FramesWritten();
         for (const auto& clip : clips) clip->ReportWarnings(line.console);
+        if (mask) mask->ReportWarnings(line.console);
         if (written == 0) {
             writer->Abort();
             if (Interrupted()) return kExitInterrupted;
@@ -243,6 +271,8 @@ private:
     std::vector<std::unique_ptr<ClipReader>> clips;
     RenderPlan plan;
     std::unique_ptr<TextLayer> text;
+    std::unique_ptr<MaskReader> mask;
+    std::unique_ptr<ClipPeople> people;
     std::unique_ptr<TimelineSound> effectSound;
     std::unique_ptr<TimelineSound> writtenSound;
     std::unique_ptr<MediaWriter> writer;

@@ -27,6 +27,9 @@ struct RenderRequest {
     TimingWishes timing;
     /// With a text, the effects work on the text, and the result lies over the input.
     TextWish text;
+    /// What is known of the people of the one input; empty: effects ask the AI library.
+    std::string mask;
+    std::string pose;
     bool onGpu = false;
     bool overwrite = false;
     bool json = false;

@@ -55,9 +55,10 @@ void EffectChain::Render(int64_t frame, Picture& first, Picture* second, const F
     }
 }
 
-void EffectChain::Run(Stage& stage, int64_t frame) {
-    stage.session->Render(frame - stage.firstFrame, inputs);
+bool EffectChain::Run(Stage& stage, int64_t frame) {
+    const bool drawn = stage.session->Render(frame - stage.firstFrame, inputs);
     inputs.second = nullptr;  // the pictures of both clips are one now
+    return drawn;
 }
 
 void EffectChain::RenderInMemory(int64_t frame, Picture& first, Picture* second, Picture& output) {
@@ -68,7 +69,8 @@ void EffectChain::RenderInMemory(int64_t frame, Picture& first, Picture* second,
         target.Resize(width, height);
         firstFrame.Set(width, height, source->pixels.data(), nullptr);
         outputFrame.Set(width, height, target.pixels.data(), nullptr);
-        Run(*active[i], frame);
+        if (!Run(*active[i], frame))
+            std::copy_n(source->pixels.data(), target.pixels.size(), target.pixels.data());
         source = &target;
     }
 }
@@ -88,7 +90,7 @@ void EffectChain::RenderOnGpu(int64_t frame, Picture& first, Picture* second, Pi
         firstFrame.Set(width, height, pixels == nullptr ? nullptr : pixels->pixels.data(),
                        firstTexture->Surface());
         outputFrame.Set(width, height, nullptr, resultTexture->Surface());
-        Run(*active[i], frame);
+        if (!Run(*active[i], frame)) continue;
         std::swap(firstTexture, resultTexture);
         pixels = nullptr;
     }

@@ -54,7 +54,8 @@ private:
 
     void RenderInMemory(int64_t frame, Picture& first, Picture* second, Picture& output);
     void RenderOnGpu(int64_t frame, Picture& first, Picture* second, Picture& output);
-    void Run(Stage& stage, int64_t frame);
+    /// Whether the effect drew; the picture before it goes on otherwise.
+    bool Run(Stage& stage, int64_t frame);
 
     int width;
     int height;

@@ -72,38 +72,16 @@ void EffectSession::Fail(const std::string& what) const {
                                 reason.empty() ? "" : ": ", reason));
 }
 
-namespace {
-
-/// Copies the first input to the output. False when one has no pixels or their sizes differ.
-bool PassThrough(const FrameInputs& inputs) {
-    if (!inputs.first || !inputs.output) return false;
-    const auto* from = static_cast<const uint8_t*>(inputs.first->GetPixels());
-    auto* to = static_cast<uint8_t*>(inputs.output->GetPixels());
-    const int32_t width = inputs.output->GetWidth();
-    const int32_t height = inputs.output->GetHeight();
-    if (!from || !to || inputs.first->GetWidth() != width || inputs.first->GetHeight() != height) {
-        return false;
-    }
-    for (int32_t y = 0; y < height; ++y) {
-        std::copy_n(from + static_cast<std::ptrdiff_t>(y) * inputs.first->GetStride(), width * 4,
-                    to + static_cast<std::ptrdiff_t>(y) * inputs.output->GetStride());
-    }
-    return true;
-}
-
-}  // namespace
-
-void EffectSession::Render(int64_t position, const FrameInputs& inputs) {
+bool EffectSession::Render(int64_t position, const FrameInputs& inputs) {
     services.ForgetError();
     context.position = static_cast<int32_t>(position);
     context.inputs = inputs;
     effect->SyncFrame(&context);
     const int32_t result = effect->GLRender(&context);
     context.inputs = FrameInputs{};
-    if (result == kQorOk) return;
-    // An effect that has nothing to draw on a frame (no highlights, say) fails without a word: the
-    // clip goes on as it is. One that went wrong has said so.
-    if (services.LastError().empty() && PassThrough(inputs)) return;
+    if (result == kQorOk) return true;
+    // An effect that went wrong has said so; one that has nothing to draw fails without a word.
+    if (services.LastError().empty()) return false;
     Fail(fmt::format("failed at frame {}", position));
 }
 

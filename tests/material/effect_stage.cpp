@@ -133,13 +133,7 @@ Picture StagedEffect::Draw(int64_t frame, Picture& first, Picture& second,
     inputs.output = &frames[2];
     inputs.ai = &StagedBody();
     inputs.audio = samples.empty() ? nullptr : &audio;
-    try {
-        session->Render(frame, inputs);
-    } catch (const host::HostError&) {
-        if (!Stage::Instance().Services().LastError().empty()) throw;
-        return first;
-    }
-    return output;
+    return session->Render(frame, inputs) ? output : first;
 }
 
 const std::vector<EffectDescription>& AllEffects() {

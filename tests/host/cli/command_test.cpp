@@ -68,6 +68,15 @@ TEST_F(CliTest, WrongUseIsToldInOneLineWithTheRightCode) {
              {with({"-o", "light.mkv"}), 1, "-y"},
              {{"bench", "-e", "Invert", "--size", "x"}, 2, "is no size"},
              {{"gallery", "-o", "sheet.png"}, 2, "-i PICTURE"},
+             {with({"-o", "o.mkv", "--mask", "no.png"}), 1, "no.png"},
+             {with({"-o", "o.mkv", "--pose", "dark.mkv"}), 1, "dark.mkv"},
+             {{"render", "-e", "Invert", "--text", "a", "--mask", "half.png", "-o", "o.mkv"},
+              2,
+              "one input"},
+             {{"analyse", "-i", "dark.mkv"}, 2, "--poses FILE"},
+             {{"analyse", "-i", "dark.mkv", "--mask", "light.mkv"}, 1, "-y"},
+             {{"analyse", "-i", "dark.mkv", "--poses", "dark.mkv", "-y"}, 2, "input and output"},
+             {{"analyse", "-i", "dark.mkv", "--poses", "p.json"}, 1, "kelmo doctor"},
          }) {
         const RunResult result = Run(c.words);
         const std::string all = testing::PrintToString(c.words);
@@ -110,7 +119,7 @@ TEST_F(CliTest, InfoDescribesEveryParameter) {
     const json info = json::parse(Run({"info", "invert", "--json"}).out);
     EXPECT_EQ(info["schema"], 1);
     EXPECT_EQ(info["inputs"], 1);
-    ASSERT_THAT(info["parameters"], SizeIs(15));
+    ASSERT_THAT(info["parameters"], SizeIs(16));
     EXPECT_EQ(info["parameters"][0],
               json::parse(R"({"name": "amount", "display": "Amount", "kind": "float",
                               "default": 100.0, "min": 0.0, "max": 100.0, "visible": true})"));
@@ -279,6 +288,22 @@ TEST_F(CliTest, BenchMeasuresSoManyFrames) {
     const json bench = json::parse(result.out);
     EXPECT_EQ(bench["frames"], 9);
     EXPECT_GT(bench["framesPerSecond"].get<double>(), 0);
+}
+
+TEST_F(CliTest, MaskAndBodyPointsOfFilesReachTheEffects) {
+    std::ofstream(Path("p.json")) << R"({"frameRate": [10, 1], "frames": [
+        {"time": 0.2, "bodies": [{"points": {"nose": [0.5, 0.5]}}]}]})";
+    const RunResult run = Run({"render", "-vv", "-e", "Invert", "-i", "dark.mkv", "--mask",
+                               "light.mkv", "--pose", "p.json", "--frames", "4", "-o", "o.mkv"});
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_THAT(run.err, HasSubstr("mask 64x48 from 200 to 200"));
+    EXPECT_EQ(run.err.find("block of 164 bytes"), run.err.rfind("block of 164 bytes"))
+        << "one frame has a body";
+    EXPECT_NE(run.err.find("block of 164 bytes"), std::string::npos);
+    const RunResult still = Run({"render", "-vv", "-e", "Invert", "-i", "dark.mkv", "--mask",
+                                 "half.png", "--frames", "2", "-o", "p.mkv"});
+    ASSERT_EQ(still.exitCode, 0) << still.err;
+    EXPECT_THAT(still.err, HasSubstr("mask 64x48 from 129 to 129")) << "its alpha";
 }
 
 TEST_F(CliTest, TheDoctorNamesWhatIsMissing) {

@@ -50,7 +50,7 @@ TEST_P(Documentation, HasTheOptionsOfTheCommand) {
 
 INSTANTIATE_TEST_SUITE_P(Commands, Documentation,
                          testing::Values("list", "info", "render", "gallery", "bench", "doctor",
-                                         "version"));
+                                         "analyse", "version"));
 
 TEST_F(CliTest, TheDocumentHasTheOptionsOfAllCommands) {
     const std::string document = ReadFile(std::string(KELMO_SOURCE_DIR) + "/docs/cli.md");
@@ -58,8 +58,8 @@ TEST_F(CliTest, TheDocumentHasTheOptionsOfAllCommands) {
     for (const std::string& option : LongOptions(help.out)) {
         EXPECT_THAT(Section(document, "Options of every command"), testing::HasSubstr(option));
     }
-    for (const char* command :
-         {"list", "info", "render", "gallery", "bench", "doctor", "mesh", "measure", "version"}) {
+    for (const char* command : {"list", "info", "render", "gallery", "bench", "analyse", "doctor",
+                                "mesh", "measure", "version"}) {
         EXPECT_THAT(help.out, testing::HasSubstr(std::string("\n  ") + command));
         EXPECT_NE(Section(document, std::string("kelmo ") + command), "") << command;
     }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "contract/ai_transfer.h"
 #include "contract/qor_host.h"
 #include "contract/text_path.h"
 
@@ -60,7 +61,9 @@ public:
         // A name that an effect asks for on its own comes as a pointer; the host answers a number.
         const int32_t ownType = Ask(context, "amount", kHostPointer).type;
         failAt = Ask(context, "failAt", kHostInt).i;
+        idleAt = Ask(context, "idleAt", kHostInt).i;
         interruptAt = Ask(context, "interruptAt", kHostInt).i;
+        LogPeople(context);
         if (entry.textKind != 0) LogText(context->GetInputFrame(0));
         int64_t numerator = 0;
         int64_t denominator = 0;
@@ -79,6 +82,7 @@ public:
     }
     int32_t GLRender(QorRenderContext* context) override {
         if (position == interruptAt) std::raise(SIGINT);
+        if (position == idleAt) return kQorEffectFailed;  // nothing to draw: not a word
         if (position == failAt) {
             util->Log(kLogError, "told to fail");
             return kQorEffectFailed;
@@ -117,6 +121,27 @@ private:
         value.type = type;
         if (context->GetParamValue(name, position, &value) != kQorOk) value = QorValue{};
         return value;
+    }
+
+    static void LogPeople(QorRenderContext* context) {
+        ObjectAiDataTransfer* people = nullptr;
+        if (context->GetCustomData(kAiTransferParam, kHostPointer, &people, sizeof(void*)) !=
+            kQorOk) {
+            return;
+        }
+        void* bytes = nullptr;
+        int32_t width = 0;
+        int32_t height = 0;
+        int32_t stride = 0;
+        if (people->GetMaskImage(&bytes, &width, &height, &stride)) {
+            const auto* middle = static_cast<const uint8_t*>(bytes) + height / 2 * stride;
+            util->Log(kLogInfo, "mask %dx%d from %d to %d", width, height, middle[0],
+                      middle[(width - 1) * 4]);
+        }
+        int32_t length = 0;
+        if (people->GetPoseBlock(&bytes, &length)) {
+            util->Log(kLogInfo, "block of %d bytes", length);
+        }
     }
 
     static void LogText(QorFrame* frame) {
@@ -192,6 +217,7 @@ private:
     int32_t position = 0;
     float amount = 0;
     int32_t failAt = -1;
+    int32_t idleAt = -1;
     int32_t interruptAt = -1;
 };
 
@@ -256,6 +282,7 @@ KELMO_FAKE_EXPORT int32_t RegisterQorEffect(int32_t index, kelmo::QorEffectRegis
     r.AddColorEndParam(-1, 11, "to", "To", 0, 0xFFFFFF, 0xFFFFFF, kParamVisible);
     r.AddMult100Param(-1, 12, "strength", "Strength", 0, 1, 0.1F, kParamVisible);
     r.AddIntParam(-1, 13, "failAt", "failAt", -1, 100000, -1, 1, kParamHidden);
+    r.AddIntParam(-1, 15, "idleAt", "idleAt", -1, 100000, -1, 1, kParamHidden);
     r.AddIntParam(-1, 14, "interruptAt", "interruptAt", -1, 100000, -1, 1, kParamHidden);
     // Published again under a name that is taken, as some entries do.
     r.AddFloatParam(-1, 0, "amount", "Amount", 30, 100, 60, kParamVisible);

@@ -159,7 +159,7 @@ TEST(Catalogue, TakesDownWhatThePluginPublishes) {
     EXPECT_TRUE(invert.WantsAudio());
     EXPECT_EQ(host.catalogue.Find("Cross Fade").Type(), EffectType::kTransition);
     EXPECT_EQ(host.catalogue.Find("caption").Type(), EffectType::kText);
-    EXPECT_EQ(invert.parameters.size(), 15U) << "the name that comes twice counts once";
+    EXPECT_EQ(invert.parameters.size(), 16U) << "the name that comes twice counts once";
     EXPECT_EQ(invert.Parameter("amount")->min, 0);
     EXPECT_EQ(invert.Parameter("tint")->def, 0xFF8000);
     EXPECT_EQ(invert.Parameter("strength")->def, 0.1) << "no digits of the binary form";
@@ -264,6 +264,29 @@ TEST(EffectChain, FailuresNameTheEffectTheFrameAndTheReason) {
               "effect \"Invert\" failed at frame 1: told to fail");
     chain.Render(2, input, nullptr, {}, output);
     EXPECT_EQ(output.pixels, kInvertedSample);
+}
+
+TEST(EffectChain, AnEffectWithNothingToDrawLetsThePictureThrough) {
+    for (const bool onGpu : {false, true}) {
+        SCOPED_TRACE(onGpu);
+        std::unique_ptr<GlDevice> device;
+        try {
+            if (onGpu) device = GlDevice::Create();
+        } catch (const HostError& error) {
+            GTEST_SKIP() << error.what();
+        }
+        Host host(onGpu);
+        std::vector<ChainLink> links;
+        links.push_back(host.Link("Invert", {}, 3));
+        links.push_back(host.Link("Invert", {"idleAt=1"}, 3));
+        EffectChain chain(*host.plugin, host.services, std::move(links), 2, 2, {25, 1}, onGpu);
+        Picture input = Sample();
+        Picture output;
+        chain.Render(0, input, nullptr, {}, output);
+        EXPECT_EQ(output.pixels, Sample().pixels) << "inverted twice";
+        chain.Render(1, input, nullptr, {}, output);
+        EXPECT_EQ(output.pixels, kInvertedSample) << "the first effect alone";
+    }
 }
 
 TEST(EffectChain, OnTheGpuPicturesStandUprightAndChainsStayThere) {
