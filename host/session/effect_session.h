@@ -52,8 +52,8 @@ public:
     EffectSession(const EffectSession&) = delete;
     EffectSession& operator=(const EffectSession&) = delete;
 
-    /// Draws frame `position` (0 .. frames - 1) of the effect into the output. False, and the output
-    /// is to be taken for undefined, when the effect has nothing to draw on this frame (no
+    /// Draws frame `position` (0 .. frames - 1) of the effect into the output. False, and the
+    /// output is to be taken for undefined, when the effect has nothing to draw on this frame (no
     /// highlights, say, or nobody there): the clip goes on as it is.
     [[nodiscard]] bool Render(int64_t position, const FrameInputs& inputs);
 
