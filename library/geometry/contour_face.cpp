@@ -2,6 +2,8 @@
 #include "geometry/contour_face.h"
 
 #include <algorithm>
+#include <limits>
+#include <opencv2/core/utility.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include "geometry/edge_offset.h"
@@ -88,37 +90,78 @@ std::vector<Triangle2f> FillGroup(const Group& group, std::vector<cv::Point2f> g
     return triangles;
 }
 
-/// The smallest rotated rectangle around the group; its upright box counts for the sizes.
-cv::Rect2f MeasureGroup(Contours& contours, const std::vector<cv::Point2f>& points) {
-    if (points.empty()) {
-        contours.m_GroupRects.emplace_back();
-        return {};
+// What one group comes to. Groups know nothing of each other.
+struct ParsedGroup {
+    std::vector<std::vector<EdgeCoreInfo>> cores;
+    std::vector<Triangle2f> triangles;
+    std::vector<cv::Point2f> hull;
+    cv::RotatedRect rect;  // the smallest around the group
+};
+
+std::vector<cv::Point2f> PointsOf(const Group& group) {
+    std::vector<cv::Point2f> points;
+    for (const Polyline& contour : group) {
+        points.insert(points.end(), contour.begin(), contour.end());
     }
-    contours.m_GroupRects.push_back(cv::minAreaRect(points));
-    const cv::Rect2f box = contours.m_GroupRects.back().boundingRect2f();
-    const float longer = std::max(box.width, box.height);
-    contours.m_MinGroupSize = std::min(contours.m_MinGroupSize, longer);
-    contours.m_MaxGroupSize = std::max(contours.m_MaxGroupSize, longer);
-    return box;
+    return points;
 }
 
-void ParseGroups(Contours& contours, bool grid, int32_t gridRows, int32_t gridCols) {
-    std::vector<cv::Point2f> all;
+// Groups of very different sizes: each is handed out alone, so that no thread waits long.
+class ParallelGroups : public cv::ParallelLoopBody {
+public:
+    ParallelGroups(const std::vector<Group>& from, cv::Size cells, std::vector<ParsedGroup>& to)
+        : groups(from), gridCells(cells), parsed(to) {}
+
+    void operator()(const cv::Range& range) const override {
+        for (int i = range.start; i < range.end; ++i) Parse(groups[i], parsed[i]);
+    }
+
+private:
+    void Parse(const Group& group, ParsedGroup& result) const {
+        for (const Polyline& contour : group) result.cores.push_back(OffsetDirections(contour));
+        const std::vector<cv::Point2f> points = PointsOf(group);
+        if (points.empty()) return;
+        cv::convexHull(points, result.hull);
+        result.rect = cv::minAreaRect(result.hull);
+        result.triangles = FillGroup(
+            group, GridPoints(result.rect.boundingRect2f(), gridCells.height, gridCells.width));
+    }
+
+    const std::vector<Group>& groups;
+    cv::Size gridCells;  // columns and rows, none without a grid
+    std::vector<ParsedGroup>& parsed;
+};
+
+// Below so many points waking a second thread takes longer than it saves.
+constexpr size_t kMinPointsForThreads = 500;
+
+void ParseGroups(Contours& contours, cv::Size gridCells) {
+    size_t pointCount = 0;
     for (const Group& group : contours.m_Points) {
-        std::vector<cv::Point2f> points;
-        auto& cores = contours.m_EdgeCores.emplace_back();
-        for (const Polyline& contour : group) {
-            points.insert(points.end(), contour.begin(), contour.end());
-            cores.push_back(OffsetDirections(contour));
-        }
-        const cv::Rect2f box = MeasureGroup(contours, points);
-        all.insert(all.end(), points.begin(), points.end());
-        contours.m_Triangles.push_back(FillGroup(
-            group, grid ? GridPoints(box, gridRows, gridCols) : std::vector<cv::Point2f>()));
+        for (const Polyline& contour : group) pointCount += contour.size();
     }
-    if (!all.empty()) {
-        contours.m_AllRect = cv::minAreaRect(all);
+    std::vector<ParsedGroup> parsed(contours.m_Points.size());
+    const ParallelGroups body(contours.m_Points, gridCells, parsed);
+    const cv::Range range(0, static_cast<int>(parsed.size()));
+    if (pointCount < kMinPointsForThreads) {
+        body(range);
+    } else {
+        cv::parallel_for_(range, body, range.size());
     }
+    std::vector<cv::Point2f> hulls;
+    for (ParsedGroup& group : parsed) {
+        contours.m_EdgeCores.push_back(std::move(group.cores));
+        contours.m_Triangles.push_back(std::move(group.triangles));
+        contours.m_GroupRects.push_back(group.rect);
+        if (group.hull.empty()) continue;
+        hulls.insert(hulls.end(), group.hull.begin(), group.hull.end());
+        // The upright box of the rectangle counts for the sizes.
+        const cv::Rect2f box = group.rect.boundingRect2f();
+        const float longer = std::max(box.width, box.height);
+        contours.m_MinGroupSize = std::min(contours.m_MinGroupSize, longer);
+        contours.m_MaxGroupSize = std::max(contours.m_MaxGroupSize, longer);
+    }
+    if (!hulls.empty()) contours.m_AllRect = cv::minAreaRect(hulls);
 }
 
 }  // namespace
@@ -132,7 +175,7 @@ void ContourFace::ParseContours(Contours& contours, bool grid, int32_t gridRows,
     contours.m_MinGroupSize = std::numeric_limits<float>::max();
     contours.m_MaxGroupSize = std::numeric_limits<float>::lowest();
     try {
-        ParseGroups(contours, grid, gridRows, gridCols);
+        ParseGroups(contours, grid ? cv::Size(gridCols, gridRows) : cv::Size());
     } catch (const cv::Exception& error) {
         LogError("ParseContours error:%s", error.what());
         contours.ClearDerived();

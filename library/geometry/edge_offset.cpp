@@ -14,8 +14,13 @@ constexpr double kReversalLimit = 1e-6;
 
 const cv::Point2f kAlongX(1, 0);
 
+// Of floats and their differences: in double precision no square of these overflows.
+double Length(const cv::Point2d& vector) {
+    return std::sqrt(vector.x * vector.x + vector.y * vector.y);
+}
+
 cv::Point2d Unit(const cv::Point2d& vector) {
-    const double length = std::hypot(vector.x, vector.y);
+    const double length = Length(vector);
     if (!(length > 0) || !std::isfinite(length)) return {0, 0};
     return {vector.x / length, vector.y / length};
 }
@@ -57,7 +62,7 @@ cv::Point2f UnitVector(const cv::Point2f& vector) {
 cv::Point2f OffsetDirection(const cv::Point2f& incoming, const cv::Point2f& outgoing) {
     const cv::Point2d turn(static_cast<double>(outgoing.x) - incoming.x,
                            static_cast<double>(outgoing.y) - incoming.y);
-    if (std::hypot(turn.x, turn.y) < kStraightLimit) return {outgoing.y, -outgoing.x};
+    if (Length(turn) < kStraightLimit) return {outgoing.y, -outgoing.x};
     const cv::Point2d mitre = Unit(turn);
     const double divisor = outgoing.y * mitre.x - outgoing.x * mitre.y;
     if (!(std::abs(divisor) > kReversalLimit)) return {0, 0};
