@@ -157,6 +157,9 @@ TEST(BitmapTrace, OutlinesOfLettersCoverTheirInk) {
             // A smooth line cannot follow each pixel edge: of five border pixels one may change
             // sides. Once strokes are some 40 pixels wide that is one percent of the ink.
             EXPECT_LT(cv::countNonZero(filled != picture), 0.2 * border);
+            // And as many one way as the other: the outline is not swollen.
+            EXPECT_LT(std::abs(cv::countNonZero(filled) - cv::countNonZero(picture)),
+                      0.15 * border);
             EXPECT_GE(InkOverlap(filled, picture), height >= 400 ? 0.99 : 0.97);
         }
     }
