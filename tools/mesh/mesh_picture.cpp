@@ -120,48 +120,64 @@ cv::Vec3f Triple(const float* values, int components, int64_t vertex) {
     return {at[0], at[1], at[2]};
 }
 
+// Grows around points.
+struct Bounds {
+    cv::Vec3f least = cv::Vec3f::all(std::numeric_limits<float>::max());
+    cv::Vec3f most = -least;
+
+    void Include(const cv::Vec3f& p) {
+        for (int i = 0; i < 3; ++i) {
+            least[i] = std::min(least[i], p[i]);
+            most[i] = std::max(most[i], p[i]);
+        }
+    }
+    cv::Vec3f Center() const { return (least + most) * 0.5f; }
+    float Size(int axis) const { return std::max(most[axis] - least[axis], 1e-6f); }
+};
+
 // Where the mesh goes on the canvas.
 struct Placing {
     cv::Matx33f rotation;
     cv::Vec3f center;
-    float scale;
-    cv::Vec3f middle;
+    float scale = 1;
+    cv::Vec3f middle{};  ///< on the canvas
 
-    Vertex Place(const VectorMesh& mesh, int64_t vertex) const {
+    // A mild perspective: the viewer stands four half heights away.
+    cv::Vec3f Project(const VectorMesh& mesh, int64_t vertex) const {
         const cv::Vec3f p =
             rotation *
             (Triple(mesh.position.get(), VectorMesh::kPositionComponents, vertex) - center);
-        // A mild perspective: the viewer stands four half heights away.
         const float nearness = scale * 4 / std::max(4 - p[2], 0.1f);
+        return {middle[0] + p[0] * nearness, middle[1] - p[1] * nearness, p[2]};
+    }
+
+    Vertex Place(const VectorMesh& mesh, int64_t vertex) const {
         const cv::Vec3f texcoord =
             Triple(mesh.texcoord.get(), VectorMesh::kTexcoordComponents, vertex);
         const cv::Vec3f tangent =
             Triple(mesh.tangents.get(), VectorMesh::kTangentComponents, vertex);
-        return {{middle[0] + p[0] * nearness, middle[1] - p[1] * nearness, p[2]},
+        return {Project(mesh, vertex),
                 rotation * Triple(mesh.normals.get(), VectorMesh::kNormalComponents, vertex),
                 SurfaceColor(texcoord, tangent)};
     }
 };
 
 Placing Fit(const VectorMesh& mesh, const MeshView& view) {
-    cv::Vec3f least = cv::Vec3f::all(std::numeric_limits<float>::max());
-    cv::Vec3f most = -least;
-    for (int64_t vertex = 0; vertex < int64_t{mesh.triangleCount} * 3; ++vertex) {
-        const cv::Vec3f p = Triple(mesh.position.get(), VectorMesh::kPositionComponents, vertex);
-        for (int i = 0; i < 3; ++i) {
-            least[i] = std::min(least[i], p[i]);
-            most[i] = std::max(most[i], p[i]);
-        }
+    const int64_t count = int64_t{mesh.triangleCount} * 3;
+    Bounds model;
+    for (int64_t vertex = 0; vertex < count; ++vertex) {
+        model.Include(Triple(mesh.position.get(), VectorMesh::kPositionComponents, vertex));
     }
-    const cv::Vec3f size = most - least;
+    Placing placing{Rotation(view), model.Center()};
+    Bounds seen;
+    for (int64_t vertex = 0; vertex < count; ++vertex) {
+        seen.Include(placing.Project(mesh, vertex));
+    }
     const auto width = static_cast<float>(view.width * kSamples);
     const auto height = static_cast<float>(view.height * kSamples);
-    const float wide = std::max(size[0], 1e-6f);
-    const float high = std::max(size[1] + size[2] * 0.5f, 1e-6f);
-    return {Rotation(view),
-            (least + most) * 0.5f,
-            0.85f * view.zoom * std::min(width / wide, height / high),
-            {width / 2, height / 2, 0}};
+    placing.scale = 0.9f * view.zoom * std::min(width / seen.Size(0), height / seen.Size(1));
+    placing.middle = cv::Vec3f(width / 2, height / 2, 0) - seen.Center() * placing.scale;
+    return placing;
 }
 
 }  // namespace
