@@ -44,10 +44,17 @@ std::string NearestName(std::string_view word, const std::vector<std::string>& c
     if (bestDistance <= allowed) return best;
     if (word.size() < 3) return {};
     const std::string lower = LowerCase(word);
-    const auto begun = std::find_if(candidates.begin(), candidates.end(), [&](const auto& c) {
-        return LowerCase(c).compare(0, lower.size(), lower) == 0;
-    });
-    return begun == candidates.end() ? std::string() : *begun;
+    // The candidate that has the word nearest to its beginning.
+    size_t bestPlace = std::string::npos;
+    best.clear();
+    for (const std::string& candidate : candidates) {
+        const size_t place = LowerCase(candidate).find(lower);
+        if (place < bestPlace) {
+            bestPlace = place;
+            best = candidate;
+        }
+    }
+    return best;
 }
 
 std::string DidYouMean(std::string_view word, const std::vector<std::string>& candidates) {

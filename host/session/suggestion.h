@@ -12,7 +12,7 @@ namespace kelmo::host {
 int EditDistance(std::string_view a, std::string_view b);
 
 /// The candidate that somebody who typed `word` most likely meant, or an empty text when none is
-/// close: at most a third of the letters wrong, or the word is the beginning of a candidate.
+/// close: at most a third of the letters wrong, or the word is a part of a candidate.
 std::string NearestName(std::string_view word, const std::vector<std::string>& candidates);
 
 /// `; did you mean "X"?`, or an empty text.

@@ -112,6 +112,8 @@ TEST(Suggestion, OnlyNearNamesAreSuggested) {
     const std::vector<std::string> names = {"amount", "count", "strength"};
     EXPECT_EQ(NearestName("amuont", names), "amount");
     EXPECT_EQ(NearestName("stren", names), "strength");
+    EXPECT_EQ(NearestName("gth", names), "strength");
+    EXPECT_EQ(NearestName("Wings Sticker", {"Wing", "Angel Wings Sticker"}), "Angel Wings Sticker");
     EXPECT_EQ(NearestName("zzz", names), "");
     EXPECT_EQ(NearestName("a", {}), "");
     EXPECT_EQ(DidYouMean("cuont", names), "; did you mean \"count\"?");
