@@ -186,5 +186,48 @@ TEST(ContourFace, FillsTextOfTheHost) {
     }
 }
 
+/// Rings of 40 to 80 points in rows.
+std::vector<std::vector<Polyline>> ManyRings() {
+    std::vector<std::vector<Polyline>> groups;
+    for (int i = 0; i < 40; ++i) {
+        const cv::Point2f center(static_cast<float>(i % 8) * 3, static_cast<float>(i / 8) * 3);
+        std::vector<Polyline>& group = groups.emplace_back(2);
+        for (int k = 0; k < 40 + i; ++k) {
+            const double angle = 2 * CV_PI * k / (40 + i);
+            const cv::Point2f way(static_cast<float>(std::sin(angle)),
+                                  static_cast<float>(std::cos(angle)));
+            group[0].push_back(center + way);
+            group[1].insert(group[1].begin(), center + way * 0.5f);
+        }
+    }
+    return groups;
+}
+
+TEST(ContourFace, GroupsComeOutTheSameOnOneAndOnManyThreads) {
+    const int before = cv::getNumThreads();
+    cv::setNumThreads(1);
+    Contours alone;
+    Parse(alone, ManyRings(), true, 4, 4);
+    cv::setNumThreads(8);
+    Contours shared;
+    Parse(shared, ManyRings(), true, 4, 4);
+    cv::setNumThreads(before);
+    ASSERT_EQ(alone.m_Triangles.size(), 40u);
+    ASSERT_EQ(shared.m_Triangles.size(), 40u);
+    for (size_t g = 0; g < 40; ++g) {
+        EXPECT_GT(alone.m_Triangles[g].size(), 80u);
+        ASSERT_EQ(alone.m_Triangles[g].size(), shared.m_Triangles[g].size());
+        for (size_t i = 0; i < alone.m_Triangles[g].size(); ++i) {
+            const Triangle2f& a = alone.m_Triangles[g][i];
+            const Triangle2f& b = shared.m_Triangles[g][i];
+            ASSERT_TRUE(a.a == b.a && a.b == b.b && a.c == b.c);
+        }
+        EXPECT_EQ(alone.m_GroupRects[g].center, shared.m_GroupRects[g].center);
+        EXPECT_EQ(alone.m_EdgeCores[g].size(), shared.m_EdgeCores[g].size());
+    }
+    EXPECT_EQ(alone.m_AllRect.size, shared.m_AllRect.size);
+    EXPECT_EQ(alone.m_MaxGroupSize, shared.m_MaxGroupSize);
+}
+
 }  // namespace
 }  // namespace kelmo::test
