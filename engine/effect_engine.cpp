@@ -7,11 +7,10 @@
 namespace kelmo {
 namespace {
 
-std::unique_ptr<EffectEngine> MakeEngine(std::unique_ptr<GlContext> context, const EngineLog& log) {
-    if (!context) return nullptr;
-    auto device = std::make_shared<GlDevice>(std::move(context), log);
-    const GlScope scope(*device);
-    return scope ? std::make_unique<EffectEngine>(device) : nullptr;
+std::unique_ptr<EffectEngine> MakeEngine(std::unique_ptr<GlDevices> devices) {
+    const auto device = devices->Current();
+    if (!device || !GlScope(*device)) return nullptr;
+    return std::make_unique<EffectEngine>(std::move(devices));
 }
 
 }  // namespace
@@ -22,7 +21,7 @@ void EffectEngine::CreateEngineEffect(int32_t width, int32_t height, int32_t str
                                       const char* vertexPath, const ShaderExterns& fragmentExterns,
                                       const ShaderExterns& vertexExterns) {
     out.reset();
-    const EngineLog& log = device->Log();
+    const EngineLog& log = devices->Log();
     AtBoundary(log, "CreateEngineEffect", false, [&] {
         if (!fragmentPath || !*fragmentPath) {
             log.Error("engine: an effect needs a fragment shader");
@@ -33,7 +32,8 @@ void EffectEngine::CreateEngineEffect(int32_t width, int32_t height, int32_t str
                       encrypt);
             return false;
         }
-        // The scope comes before the effect: a new context is taken while no effect lives.
+        const std::shared_ptr<GlDevice> device = devices->Current();
+        if (!device) return false;
         const GlScope scope(*device);
         if (!scope) return false;
         ShaderFiles files{fragmentPath, vertexPath ? vertexPath : "", fragmentExterns,
@@ -47,11 +47,12 @@ void EffectEngine::CreateEngineEffect(int32_t width, int32_t height, int32_t str
 
 std::unique_ptr<EffectEngine> MakeOwnContextEngine(EngineLogCallback callback) {
     const EngineLog log(callback);
-    return MakeEngine(MakeOwnContext(log), log);
+    std::unique_ptr<GlContext> context = MakeOwnContext(log);
+    return context ? MakeEngine(std::make_unique<GlDevices>(std::move(context), log)) : nullptr;
 }
 
 std::unique_ptr<EffectEngine> MakeHostContextEngine(EngineLogCallback callback) {
-    return MakeEngine(MakeHostContext(), EngineLog(callback));
+    return MakeEngine(std::make_unique<GlDevices>(EngineLog(callback)));
 }
 
 }  // namespace kelmo

@@ -56,59 +56,66 @@ GlDevice::~GlDevice() {
 
 bool GlDevice::Enter() {
     mutex.lock();
-    if (depth == 0) {
-        const char* reason = "";
-        if (!context->Enter(reason)) {
-            log.Error("engine: %s", reason);
-            mutex.unlock();
-            return false;
-        }
-        currentDevice = this;
-        if (context->IsShared()) guard.Save();
-        if (adopted != context->Handle() && !AdoptContext()) {
-            if (context->IsShared()) guard.Restore();
-            currentDevice = nullptr;
-            context->Leave();
-            mutex.unlock();
-            return false;
-        }
-        if (context->IsShared()) ApplyBaseState();
-        EmptyWaste();
+    if (depth == 0 && !Begin()) {
+        mutex.unlock();
+        return false;
     }
     ++depth;
+    return true;
+}
+
+bool GlDevice::Begin() {
+    const char* reason = "";
+    if (!context->Enter(reason)) {
+        log.Error("engine: %s", reason);
+        return false;
+    }
+    if (!IsUsable()) {
+        context->Leave();
+        return false;
+    }
+    currentDevice = this;
+    // An error of the host's, or of a failed operation, is not taken for one of the next.
+    DropGlErrors();
+    if (context->IsShared()) guard.Save();
+    if (context->IsShared() || !adopted) ApplyBaseState();
+    if (!adopted) MakeCommons();
+    adopted = context->Handle();
+    EmptyWaste();
     return true;
 }
 
 void GlDevice::Leave() {
     if (--depth == 0) {
         EmptyWaste();
-        if (context->IsShared()) guard.Restore();
+        if (context->IsShared()) {
+            guard.Restore();
+            DropGlErrors();
+        }
         currentDevice = nullptr;
         context->Leave();
     }
     mutex.unlock();
 }
 
-bool GlDevice::AdoptContext() {
-    if (adopted && liveEffects > 0) {
-        log.Error("engine: the OpenGL context is another one than the effects were made in");
+/// Called before anything else touches the context: it may be one of OpenGL ES, which lacks half of
+/// what the rest uses.
+bool GlDevice::IsUsable() {
+    if (adopted == context->Handle()) return true;
+    if (adopted) {
+        log.Error("engine: the OpenGL context is another one than the effect was made in");
         return false;
     }
     if (!ReadLimits()) return false;
-    ++generation;
-    adopted = context->Handle();
-    programs.clear();
-    commons = {};
-    guard.SetUnitCount(limits.textureUnits);
-    ApplyBaseState();
-    MakeCommons();
+    guard.SetUp(limits.textureUnits);
     return true;
 }
 
 bool GlDevice::ReadLimits() {
     if (!epoxy_is_desktop_gl() || epoxy_gl_version() < 33) {
-        log.Error("engine: OpenGL 3.3 is needed, the context has version %d.%d",
-                  epoxy_gl_version() / 10, epoxy_gl_version() % 10);
+        log.Error("engine: OpenGL 3.3 is needed, the context has OpenGL %s%d.%d",
+                  epoxy_is_desktop_gl() ? "" : "ES ", epoxy_gl_version() / 10,
+                  epoxy_gl_version() % 10);
         return false;
     }
     limits.textureSize = Integer(GL_MAX_TEXTURE_SIZE);
@@ -160,23 +167,26 @@ void GlDevice::UseUnit(int unit) {
 }
 
 void GlDevice::ApplyBaseState() {
-    SetBaseState();
+    guard.SetBaseState();
 }
 
-void GlDevice::Discard(GlKind kind, GLuint id, int itsGeneration) {
+void GlDevice::SaveAllUnits() {
+    if (!context->IsShared()) return;
+    for (int unit = 0; unit < limits.textureUnits; ++unit) UseUnit(unit);
+}
+
+void GlDevice::Discard(GlKind kind, GLuint id) {
     if (currentDevice == this) {
-        if (itsGeneration == generation) DeleteGlName(kind, id);
+        DeleteGlName(kind, id);
         return;
     }
     const std::lock_guard lock(wasteMutex);
-    waste.push_back({kind, id, itsGeneration});
+    waste.push_back({kind, id});
 }
 
 void GlDevice::EmptyWaste() {
     const std::lock_guard lock(wasteMutex);
-    for (const Waste& item : waste) {
-        if (item.generation == generation) DeleteGlName(item.kind, item.id);
-    }
+    for (const Waste& item : waste) DeleteGlName(item.kind, item.id);
     waste.clear();
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <atomic>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -41,13 +40,15 @@ struct GlCommons {
     GlObject vertexArray;      ///< set up by each pass, nothing enabled in between
 };
 
-/// The engine's side of the graphics device: one context, a lock, and what effects share.
+/// One context as the engine uses it: a lock, and what the effects of that context share.
 ///
 /// All GL work happens inside a `GlScope`. A scope holds the lock and has the context current; on
 /// the host's road it also puts the host's state back at its end. Scopes nest on one thread. The
-/// lock serialises the GL work of the whole engine: the rasteriser spreads one pass over all cores
+/// lock serialises the GL work of the context: the rasteriser spreads one pass over all cores
 /// by itself, and GL on a card is serial anyway. Shared by the engine and its effects, so that an
 /// effect which outlives the engine stays safe.
+///
+/// On the host's road the context is the one that is current on the first entry, for good.
 class GlDevice {
 public:
     GlDevice(std::unique_ptr<GlContext> context, EngineLog log);
@@ -66,26 +67,23 @@ public:
     void UseUnit(int unit);
     /// Sets the state that all our GL work starts from. `GlScope` does so on entering.
     void ApplyBaseState();
+    /// Before foreign GL code runs inside a scope: every unit is put back at the scope's end.
+    void SaveAllUnits();
 
     /// Deletes a name, now when the context is current on this thread, else on the next entry.
-    void Discard(GlKind kind, GLuint id, int generation);
-    /// Counts the contexts that this device has seen; names of an earlier one are not deleted.
-    int Generation() const { return generation; }
-    /// Effects say when they live: a host that replaces its context must have none.
-    void AddEffect() { ++liveEffects; }
-    void RemoveEffect() { --liveEffects; }
+    void Discard(GlKind kind, GLuint id);
 
 private:
     friend class GlScope;
     struct Waste {
         GlKind kind;
         GLuint id;
-        int generation;
     };
 
     bool Enter();
     void Leave();
-    bool AdoptContext();
+    bool Begin();
+    bool IsUsable();
     bool ReadLimits();
     void MakeCommons();
     void MakeQuad();
@@ -95,9 +93,7 @@ private:
     std::unique_ptr<GlContext> context;
     const EngineLog log;
     int depth = 0;
-    int generation = 0;
     void* adopted = nullptr;
-    std::atomic<int> liveEffects{0};
     GlLimits limits;
     StateGuard guard;
     std::unordered_map<std::string, std::weak_ptr<ShaderProgram>> programs;

@@ -65,10 +65,10 @@ void DeleteGlName(GlKind kind, GLuint id) {
 GlObject::GlObject(GlDevice& device, GlKind kind) : GlObject(device, kind, Generate(kind)) {}
 
 GlObject::GlObject(GlDevice& device, GlKind kind, GLuint id)
-    : device(&device), kind(kind), id(id), generation(device.Generation()) {}
+    : device(&device), kind(kind), id(id) {}
 
 GlObject::~GlObject() {
-    if (id != 0) device->Discard(kind, id, generation);
+    if (id != 0) device->Discard(kind, id);
 }
 
 }  // namespace kelmo

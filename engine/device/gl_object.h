@@ -38,13 +38,11 @@ private:
         std::swap(device, other.device);
         std::swap(kind, other.kind);
         std::swap(id, other.id);
-        std::swap(generation, other.generation);
     }
 
     GlDevice* device = nullptr;
     GlKind kind = GlKind::Texture;
     GLuint id = 0;
-    int generation = 0;
 };
 
 /// Deletes a name of `kind` in the current context.

@@ -5,7 +5,7 @@ namespace kelmo {
 namespace {
 
 /// Everything that could change what a pass of ours draws. All off in the base state.
-constexpr std::array<GLenum, 18> kSwitches = {
+constexpr std::array<GLenum, 26> kSwitches = {
     GL_BLEND,
     GL_DEPTH_TEST,
     GL_CULL_FACE,
@@ -24,7 +24,17 @@ constexpr std::array<GLenum, 18> kSwitches = {
     GL_RASTERIZER_DISCARD,
     GL_PRIMITIVE_RESTART,
     GL_SAMPLE_MASK,
+    GL_CLIP_DISTANCE0,
+    GL_CLIP_DISTANCE1,
+    GL_CLIP_DISTANCE2,
+    GL_CLIP_DISTANCE3,
+    GL_CLIP_DISTANCE4,
+    GL_CLIP_DISTANCE5,
+    GL_CLIP_DISTANCE6,
+    GL_CLIP_DISTANCE7,
 };
+/// Those that a core context does not have.
+constexpr std::array<GLenum, 3> kOldSwitches = {GL_ALPHA_TEST, GL_POLYGON_STIPPLE, GL_LINE_STIPPLE};
 
 /// With the value that each has in the base state.
 struct PixelStore {
@@ -67,8 +77,24 @@ GLenum Enum(GLint value) {
 
 }  // namespace
 
-void SetBaseState() {
+void DropGlErrors() {
+    // Bounded: without a context the question is an error itself.
+    for (int i = 0; i < 8 && glGetError() != GL_NO_ERROR; ++i) {
+    }
+}
+
+void StateGuard::SetUp(int unitCount) {
+    units.assign(static_cast<size_t>(unitCount), {});
+    GLint profile = 0;
+    glGetIntegerv(GL_CONTEXT_PROFILE_MASK, &profile);
+    compatible = (profile & GL_CONTEXT_COMPATIBILITY_PROFILE_BIT) != 0;
+}
+
+void StateGuard::SetBaseState() const {
     for (const GLenum name : kSwitches) glDisable(name);
+    if (compatible) {
+        for (const GLenum name : kOldSwitches) glDisable(name);
+    }
     for (const PixelStore& store : kPixelStore) glPixelStorei(store.name, store.base);
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
     glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
@@ -81,12 +107,10 @@ void SetBaseState() {
     glCullFace(GL_BACK);
     glFrontFace(GL_CCW);
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    glLineWidth(1);
 }
 
 void StateGuard::Save() {
-    // An error of the host's is not taken for ours.
-    for (int i = 0; i < 8 && glGetError() != GL_NO_ERROR; ++i) {
-    }
     for (size_t i = 0; i < kSwitches.size(); ++i) switches[i] = glIsEnabled(kSwitches[i]);
     for (size_t i = 0; i < kPixelStore.size(); ++i) {
         glGetIntegerv(kPixelStore[i].name, &pixelStore[i]);
@@ -124,6 +148,9 @@ void StateGuard::SaveDepthAndRaster() {
     glGetIntegerv(GL_CULL_FACE_MODE, &cullMode);
     glGetIntegerv(GL_FRONT_FACE, &frontFace);
     glGetIntegerv(GL_POLYGON_MODE, polygonMode);
+    glGetFloatv(GL_LINE_WIDTH, &lineWidth);
+    if (!compatible) return;
+    for (size_t i = 0; i < kOldSwitches.size(); ++i) oldSwitches[i] = glIsEnabled(kOldSwitches[i]);
 }
 
 void StateGuard::SaveActiveUnit(int unit) {
@@ -180,8 +207,17 @@ void StateGuard::RestoreDepthAndRaster() {
     glDepthRange(depthRange[0], depthRange[1]);
     glCullFace(Enum(cullMode));
     glFrontFace(Enum(frontFace));
-    // Core contexts have one mode for both faces.
-    glPolygonMode(GL_FRONT_AND_BACK, Enum(polygonMode[0]));
+    glLineWidth(lineWidth);
+    if (!compatible) {
+        // Core contexts have one mode for both faces.
+        glPolygonMode(GL_FRONT_AND_BACK, Enum(polygonMode[0]));
+        return;
+    }
+    glPolygonMode(GL_FRONT, Enum(polygonMode[0]));
+    glPolygonMode(GL_BACK, Enum(polygonMode[1]));
+    for (size_t i = 0; i < kOldSwitches.size(); ++i) {
+        Switch(kOldSwitches[i], oldSwitches[i] != GL_FALSE);
+    }
 }
 
 }  // namespace kelmo

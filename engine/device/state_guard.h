@@ -8,9 +8,8 @@
 
 namespace kelmo {
 
-/// Sets the state that all our GL work starts from: every switch that could change a pass or a
-/// transfer of ours is off, and nothing is bound where a call would take it up.
-void SetBaseState();
+/// Forgets errors that nobody has asked for.
+void DropGlErrors();
 
 /// Keeps the host's GL state across our work in its context.
 ///
@@ -21,14 +20,19 @@ void SetBaseState();
 /// the renderbuffer and texture buffer bindings, which no draw call depends on.
 class StateGuard {
 public:
-    void SetUnitCount(int count) { units.assign(static_cast<size_t>(count), {}); }
+    /// Once, in the context: the number of texture units, and what kind of context it is.
+    void SetUp(int unitCount);
+    /// Sets the state that all our GL work starts from: every switch that could change a pass or a
+    /// transfer of ours is off, and nothing is bound where a call would take it up.
+    void SetBaseState() const;
     void Save();
     /// Saves the bindings of the unit that is active now, once between Save and Restore.
     void SaveActiveUnit(int unit);
     void Restore();
 
 private:
-    static constexpr size_t kSwitchCount = 18;
+    static constexpr size_t kSwitchCount = 26;
+    static constexpr size_t kOldSwitchCount = 3;
     static constexpr size_t kPixelStoreCount = 16;
     struct Unit {
         bool saved = false;
@@ -43,7 +47,9 @@ private:
     void RestoreDepthAndRaster();
     void RestoreUnits();
 
+    bool compatible = false;  ///< has the switches of a compatibility profile
     std::array<GLboolean, kSwitchCount> switches{};
+    std::array<GLboolean, kOldSwitchCount> oldSwitches{};
     std::array<GLint, kPixelStoreCount> pixelStore{};
     std::vector<Unit> units;
     GLint drawFramebuffer = 0, readFramebuffer = 0, vertexArray = 0, program = 0;
@@ -52,7 +58,7 @@ private:
     GLint blendFactors[4] = {}, blendEquations[2] = {};
     GLint depthFunction = 0, cullMode = 0, frontFace = 0, polygonMode[2] = {};
     GLboolean depthMask = 0, colorMask[4] = {};
-    GLfloat clearColor[4] = {};
+    GLfloat clearColor[4] = {}, lineWidth = 1;
     GLdouble clearDepth = 1, depthRange[2] = {};
 };
 

@@ -11,13 +11,7 @@ constexpr int32_t kFailed = 1;
 }  // namespace
 
 EngineEffect::EngineEffect(std::shared_ptr<GlDevice> device, ShaderFiles files, bool multisample)
-    : device(std::move(device)), shaders(std::move(files)), multisample(multisample) {
-    this->device->AddEffect();
-}
-
-EngineEffect::~EngineEffect() {
-    device->RemoveEffect();
-}
+    : device(std::move(device)), shaders(std::move(files)), multisample(multisample) {}
 
 int32_t EngineEffect::CreateProgram(const std::shared_ptr<NLEOpenGLEngineEffect>&) {
     return AtBoundary(device->Log(), "CreateProgram", kFailed, [this] {
@@ -50,7 +44,10 @@ int32_t EngineEffect::Render(FrameRecord& target, const std::shared_ptr<NLEOpenG
                              int32_t) {
     const int32_t result = AtBoundary(device->Log(), "Render", kFailed, [&] {
         const GlScope scope(*device);
-        if (!scope || !DrawPass() || !Deliver(target)) return kFailed;
+        if (!scope) return kFailed;
+        // First of all: what is not taken now is gone, and its owner may not hand it over again.
+        geometry.Upload(*device);
+        if (!DrawPass() || !Deliver(target)) return kFailed;
         const GLenum problem = glGetError();
         if (problem == GL_NO_ERROR) return 0;
         device->Log().Error("engine: OpenGL error 0x%04x in a pass", problem);
@@ -65,7 +62,6 @@ bool EngineEffect::DrawPass() {
     if (!pass) return false;
     pass->Match(*device, inputs);
     inputs.slots.DropDeadTextures();
-    geometry.Upload(*device);
     readTextures.clear();
     pass->CollectTextures(*device, inputs, readTextures);
     const int samples = multisample ? device->Limits().samples : 0;
@@ -97,7 +93,11 @@ void EngineEffect::ApplyPassState() const {
 
 bool EngineEffect::Deliver(const FrameRecord& target) {
     if (target.HasCpuPixels()) return DeliverPixels(target);
-    if (!target.HasTexture()) return true;
+    if (!target.HasTexture()) {
+        if (target.isCpu) return true;  // the picture stays here
+        device->Log().Error("engine: a target without a texture");
+        return false;
+    }
     const int width = target.width > 0 ? target.width : pictures.Width();
     const int height = target.height > 0 ? target.height : pictures.Height();
     return pictures.CopyResult(*device, static_cast<GLuint>(target.texture), width, height);
@@ -135,6 +135,7 @@ void EngineEffect::SetRenderTarget(int32_t index) {
 }
 
 FrameRecord EngineEffect::GetRenderTarget(int32_t index) {
+    if (const GLuint ready = pictures.ReadyIntermediate(index)) return GpuFrame(ready);
     return AtBoundary(device->Log(), "GetRenderTarget", FrameRecord(), [&] {
         const GlScope scope(*device);
         return scope ? GpuFrame(pictures.Intermediate(*device, index)) : FrameRecord();
@@ -142,6 +143,7 @@ FrameRecord EngineEffect::GetRenderTarget(int32_t index) {
 }
 
 FrameRecord EngineEffect::GetResultFrame() {
+    if (const GLuint ready = pictures.ReadyResult()) return GpuFrame(ready);
     return AtBoundary(device->Log(), "GetResultFrame", FrameRecord(), [&] {
         const GlScope scope(*device);
         return scope ? GpuFrame(pictures.Result(*device)) : FrameRecord();
@@ -164,10 +166,14 @@ bool EngineEffect::RunOnGLThread(const std::function<bool()>& task) {
     return AtBoundary(device->Log(), "RunOnGLThread", false, [&] {
         const GlScope scope(*device);
         if (!scope || !task) return false;
-        const bool result = task();
-        // The task may have left any state behind; the next pass must not draw with it.
-        device->ApplyBaseState();
-        return result;
+        // The task may leave any state behind, also by throwing; the next pass must not draw with
+        // it, and the host must not find it.
+        const struct BaseStateAfter {
+            GlDevice& device;
+            ~BaseStateAfter() { device.ApplyBaseState(); }
+        } after{*device};
+        device->SaveAllUnits();
+        return task();
     });
 }
 

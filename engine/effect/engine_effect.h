@@ -21,7 +21,6 @@ namespace kelmo {
 class EngineEffect final : public NLEOpenGLEngineEffect {
 public:
     EngineEffect(std::shared_ptr<GlDevice> device, ShaderFiles files, bool multisample);
-    ~EngineEffect() override;
 
     void AddInputTexture(int32_t width, int32_t height, int32_t stride, bool clip) override;
     int32_t AddRenderTarget() override;

@@ -18,7 +18,7 @@ namespace kelmo {
 class Geometry {
 public:
     void SetVertexCount(int32_t count) { vertexCount = count > 0 ? count : 0; }
-    /// Below 0 stands for "as many as the instance arrays have".
+    /// Until it is called, there are as many as the instance arrays have.
     void SetInstanceCount(int32_t count) { instanceCount = count > 0 ? count : 0; }
     void SetDrawType(int32_t type) { drawType = type; }
     void SetAttribute(const char* name, int32_t components, const void* data, bool keep,

@@ -36,7 +36,13 @@ void InputSlots::SetPixels(GlDevice& device, int slot, const PixelRows& rows, bo
     glBindTexture(GL_TEXTURE_2D, found->own.Id());
     if (found->width != rows.width || found->height != rows.height ||
         found->layout != rows.layout) {
+        found->layout = PixelLayout::Unknown;
         AllocatePixels(rows.layout, rows.width, rows.height);
+        if (glGetError() != GL_NO_ERROR) {
+            device.Log().Error("engine: no memory for input slot %d of %d x %d", slot, rows.width,
+                               rows.height);
+            return;
+        }
         found->width = rows.width;
         found->height = rows.height;
         found->layout = rows.layout;

@@ -60,6 +60,12 @@ GLuint PictureSet::Intermediate(GlDevice& device, int index) {
     return Prepare(device, picture, width, height) ? picture.texture.Id() : 0;
 }
 
+GLuint PictureSet::ReadyIntermediate(int index) const {
+    if (index < 0 || static_cast<size_t>(index) >= intermediates.size()) return 0;
+    const Picture& picture = intermediates[static_cast<size_t>(index)];
+    return picture.ready ? picture.texture.Id() : 0;
+}
+
 bool PictureSet::Prepare(GlDevice& device, Picture& picture, int pictureWidth, int pictureHeight) {
     if (picture.ready) return true;
     if (!picture.texture) {
@@ -141,7 +147,11 @@ bool PictureSet::BeginPass(GlDevice& device, const std::vector<GLuint>& read, bo
     glViewport(0, 0, width, height);
     const bool complete =
         multisampled ? PrepareSamples(device, samples, depth) : !depth || PrepareDepth(device);
-    if (!complete) device.Log().Error("engine: the driver cannot draw %d x %d", width, height);
+    if (!complete) {
+        // Short of memory, perhaps: the next pass asks again.
+        depthReady = samplesReady = sampleDepthReady = false;
+        device.Log().Error("engine: the driver cannot draw %d x %d", width, height);
+    }
     return complete;
 }
 
@@ -173,9 +183,13 @@ bool PictureSet::ReadResult(GlDevice& device, uint8_t* target, int targetWidth, 
 bool PictureSet::CopyResult(GlDevice& device, GLuint texture, int targetWidth, int targetHeight) {
     if (texture == result.texture.Id()) return true;
     if (!copyFramebuffer) copyFramebuffer = GlObject(device, GlKind::Framebuffer);
+    if (!glIsTexture(texture)) {
+        device.Log().Error("engine: there is no texture %u to draw into", texture);
+        return false;
+    }
     glBindFramebuffer(GL_FRAMEBUFFER, copyFramebuffer.Id());
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
-    const bool complete = glIsTexture(texture) && IsComplete();
+    const bool complete = IsComplete();
     if (complete) {
         glBindFramebuffer(GL_READ_FRAMEBUFFER, result.framebuffer.Id());
         BlitColor(width, height, targetWidth, targetHeight);

@@ -29,6 +29,9 @@ public:
     /// Texture of the result or of an intermediate; 0 for an unknown index or without memory.
     GLuint Result(GlDevice& device);
     GLuint Intermediate(GlDevice& device, int index);
+    /// The same without a context: 0 also while the picture is not made yet.
+    GLuint ReadyResult() const { return result.ready ? result.texture.Id() : 0; }
+    GLuint ReadyIntermediate(int index) const;
 
     /// Binds the framebuffer that the next pass draws into and sets the viewport. A result that the
     /// pass also reads is exchanged for a spare picture first. `depth` asks for a depth buffer,

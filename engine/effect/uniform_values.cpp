@@ -24,6 +24,10 @@ int WordsOf(ValueKind kind) {
     return 0;
 }
 
+bool IsMatrix(ValueKind kind) {
+    return kind == ValueKind::Mat3 || kind == ValueKind::Mat4;
+}
+
 UniformValue& UniformValues::Slot(const char* name, ValueKind kind) {
     const auto index = static_cast<size_t>(names.FindOrAdd(name));
     if (index == values.size()) {
@@ -33,8 +37,9 @@ UniformValue& UniformValues::Slot(const char* name, ValueKind kind) {
     }
     UniformValue& value = values[index];
     if (value.kind != kind) {
+        // Numbers and vectors are told apart when they are sent; matrices when they are matched.
+        if (IsMatrix(kind) || IsMatrix(value.kind)) ++revision;
         value.kind = kind;
-        ++revision;
     }
     return value;
 }

@@ -12,6 +12,7 @@ enum class ValueKind : uint8_t { Float, Int, Vec2, Vec3, Vec4, Mat3, Mat4 };
 
 /// Number of 32-bit words of a value.
 int WordsOf(ValueKind kind);
+bool IsMatrix(ValueKind kind);
 
 /// A recorded value of a uniform.
 struct UniformValue {

@@ -45,6 +45,11 @@ const TypeRow* RowOf(GLenum type) {
     return row == std::end(kTypes) ? nullptr : row;
 }
 
+/// Those that pictures and arrays are bound to.
+bool IsSampler(GLenum type) {
+    return type == GL_SAMPLER_2D || type == GL_SAMPLER_BUFFER;
+}
+
 bool IsUnsigned(GLenum type) {
     return type >= GL_UNSIGNED_INT_VEC2 ? type <= GL_UNSIGNED_INT_VEC4 : type == GL_UNSIGNED_INT;
 }
@@ -94,12 +99,18 @@ bool ShaderProgram::Introspect(GlDevice& device, std::string& error) {
                            name);
         const GLint location = glGetUniformLocation(program.Id(), name);
         if (location < 0) continue;  // built in
-        if (size > 1) {
+        const std::string plain(PlainUniformName(name));
+        if (size > 1 || plain.ends_with("[0]")) {
             error = std::string("uniform array '") + name +
                     "': arrays are declared as samplerBuffer and read with ArrayAt";
             return false;
         }
-        AddUniform(std::string(PlainUniformName(name)), type, location);
+        if (!RowOf(type) && !IsSampler(type)) {
+            error = "uniform '" + plain + "' has a type that nothing can be given to: use " +
+                    "numbers, vectors, mat3, mat4, sampler2D or samplerBuffer";
+            return false;
+        }
+        AddUniform(plain, type, location);
     }
     if (static_cast<int>(samplers.size()) > device.Limits().textureUnits) {
         error = "the program reads " + std::to_string(samplers.size()) +
@@ -124,8 +135,7 @@ bool ShaderProgram::Introspect(GlDevice& device, std::string& error) {
 void ShaderProgram::AddUniform(const std::string& name, GLenum type, GLint location) {
     const TypeRow* row = RowOf(type);
     if (!row) {
-        // Everything without a value is a sampler; each has its own unit, because samplers of
-        // different kinds must not meet on one.
+        // Each sampler has its own unit, because samplers of different kinds must not meet on one.
         const int unit = static_cast<int>(samplers.size());
         glUniform1i(location, unit);
         samplers.push_back({name, type, unit});
@@ -151,7 +161,7 @@ void ShaderProgram::AddUniform(const std::string& name, GLenum type, GLint locat
 
 bool ShaderProgram::Accepts(int index, ValueKind kind) const {
     const Uniform& uniform = uniforms[static_cast<size_t>(index)];
-    const bool isMatrix = kind == ValueKind::Mat3 || kind == ValueKind::Mat4;
+    const bool isMatrix = IsMatrix(kind);
     const bool wantsMatrix = RowOf(uniform.type)->base == Base::Matrix;
     return isMatrix == wantsMatrix && (!isMatrix || WordsOf(kind) == uniform.words);
 }

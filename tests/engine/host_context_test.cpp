@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "engine/effect_stage.h"
 #include "support/egl_test_context.h"
 
@@ -171,6 +173,7 @@ std::vector<GLint> HostState() {
                                     GL_MULTISAMPLE,
                                     GL_FRAMEBUFFER_SRGB,
                                     GL_RASTERIZER_DISCARD,
+                                    GL_CLIP_DISTANCE0,
                                     GL_PRIMITIVE_RESTART,
                                     GL_COLOR_LOGIC_OP,
                                     GL_COLOR_WRITEMASK,
@@ -220,7 +223,8 @@ void SetAwkwardState() {
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     for (const GLenum name :
          {GL_BLEND, GL_DEPTH_TEST, GL_CULL_FACE, GL_SCISSOR_TEST, GL_STENCIL_TEST,
-          GL_FRAMEBUFFER_SRGB, GL_RASTERIZER_DISCARD, GL_COLOR_LOGIC_OP, GL_PRIMITIVE_RESTART}) {
+          GL_FRAMEBUFFER_SRGB, GL_RASTERIZER_DISCARD, GL_COLOR_LOGIC_OP, GL_PRIMITIVE_RESTART,
+          GL_CLIP_DISTANCE0}) {
         glEnable(name);
     }
     glScissor(1, 1, 1, 1);
@@ -256,11 +260,16 @@ TEST_F(EngineInHostContext, TheHostsStateNeitherSpoilsThePictureNorIsSpoiltByIt)
     EXPECT_EQ(HostState(), before) << "after a pass";
     EXPECT_EQ(PixelsOf(effect, effect->GetResultFrame()), picture);
     EXPECT_EQ(HostState(), before) << "after reading a texture";
-    EXPECT_TRUE(effect->RunOnGLThread([] {
+    EXPECT_FALSE(effect->RunOnGLThread([]() -> bool {
         glEnable(GL_BLEND);
+        glEnable(GL_CLIP_DISTANCE0);
         glUseProgram(0);
         glViewport(0, 0, 9, 9);
-        return true;
+        glActiveTexture(GL_TEXTURE3);
+        GLuint texture = 0;
+        glGenTextures(1, &texture);
+        glBindTexture(GL_TEXTURE_2D, texture);
+        throw std::runtime_error("a task that fails half way");
     }));
     EXPECT_EQ(HostState(), before) << "after a task";
     EXPECT_EQ(RenderPixels(effect), picture);
@@ -306,22 +315,47 @@ TEST_F(EngineInHostContext, ObjectsOfAnEffectThatEndedWithoutAContextAreDeletedL
     EXPECT_FALSE(glIsTexture(texture));
 }
 
-TEST_F(EngineInHostContext, AnotherContextIsTakenOnceNoEffectIsLeft) {
-    EffectPointer effect = MakeEffect(*engine, copyPath);
-    const EglTestContext second;
+TEST_F(EngineInHostContext, EachContextHasItsOwnEffects) {
+    const EffectPointer here = MakeEffect(*engine, copyPath);
+    SetImage(here, 0, {kRed, kGreen, kBlue, kWhite}, 2, 2);
+    for (int i = 0; i < 2; ++i) {
+        const EglTestContext second;
+        EngineLogLines::Take();
+        FrameRecord target = FrameRecord::TargetLess(2, 2, 8);
+        EXPECT_NE(here->Render(target, here, 0), 0);
+        EXPECT_THAT(EngineLogLines::Take(), HasSubstr("another one than the effect was made in"));
+        const EffectPointer there = MakeEffect(*engine, copyPath);
+        SetImage(there, 0, {kWhite, kBlue, kGreen, kRed}, 2, 2);
+        EXPECT_EQ(RenderPixels(there), (Pixels{kWhite, kBlue, kGreen, kRed}));
+        EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+    }
+    context.MakeCurrent();
+    EXPECT_EQ(RenderPixels(here), (Pixels{kRed, kGreen, kBlue, kWhite}));
+}
+
+TEST_F(EngineInHostContext, TwoContextsWorkOnTwoThreads) {
+    const EffectPointer here = MakeEffect(*engine, copyPath);
+    std::thread other([&] {
+        const EglTestContext second;
+        const EffectPointer there = MakeEffect(*engine, copyPath);
+        for (int i = 0; i < 20; ++i) {
+            SetImage(there, 0, {kWhite, kBlue, kGreen, kRed}, 2, 2);
+            EXPECT_EQ(RenderPixels(there), (Pixels{kWhite, kBlue, kGreen, kRed}));
+        }
+    });
+    for (int i = 0; i < 20; ++i) {
+        SetImage(here, 0, {kRed, kGreen, kBlue, kWhite}, 2, 2);
+        EXPECT_EQ(RenderPixels(here), (Pixels{kRed, kGreen, kBlue, kWhite}));
+    }
+    other.join();
+}
+
+TEST(EngineInAnEsContext, RefusesItWithAWord) {
+    const EglTestContext context(EglTestContext::Api::kEs);
+    if (!context.IsValid()) GTEST_SKIP() << "no OpenGL ES on this machine";
     EngineLogLines::Take();
-    FrameRecord target = FrameRecord::TargetLess(2, 2, 8);
-    EXPECT_NE(effect->Render(target, effect, 0), 0);
-    EXPECT_THAT(EngineLogLines::Take(), HasSubstr("another one than the effects were made in"));
-    effect.reset();
-    const Pixels picture = {kRed, kGreen, kBlue, kWhite};
-    effect = MakeEffect(*engine, copyPath);
-    ASSERT_TRUE(effect);
-    SetImage(effect, 0, picture, 2, 2);
-    EXPECT_EQ(RenderPixels(effect), picture);
-    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
-    effect.reset();
-    engine.reset();
+    EXPECT_FALSE(MakeHostContextEngine(EngineLogLines::Callback));
+    EXPECT_THAT(EngineLogLines::Take(), HasSubstr("OpenGL 3.3 is needed, the context has OpenGL ES"));
 }
 
 TEST_F(EngineInHostContext, AnEffectMayOutliveTheEngine) {

@@ -87,6 +87,12 @@ TEST_F(EngineShader, WhatIsWrongWithAFileIsSaidWithItsLine) {
         {"unknown word", "\n\nvoid main() { fragColor = vec4(\n  wrong); }\n", ":4: error:"},
         {"syntax", "void main() {\n  this is not it\n}\n", ":2: error:"},
         {"no main", "float F() { return 1.0; }\n", ": does not link"},
+        {"array", "uniform float a[2];\nvoid main() { fragColor = vec4(a[0] + a[1]); }\n",
+         ": uniform array 'a[0]'"},
+        {"array of one", "uniform float a[1];\nvoid main() { fragColor = vec4(a[0]); }\n",
+         ": uniform array 'a[0]'"},
+        {"unknown type", "uniform mat2 m;\nvoid main() { fragColor = vec4(m[0], m[1]); }\n",
+         ": uniform 'm' has a type that nothing can be given to"},
     };
     int number = 0;
     for (const Case& each : cases) {
@@ -180,7 +186,7 @@ TEST_F(EngineShader, VertexVariantsFollowTheSameIndices) {
 }
 
 TEST_F(EngineShader, EqualSourcesShareOneProgramThatDiesWithItsLastUser) {
-    GlDevice& device = stage.Engine().Device();
+    GlDevice& device = *stage.Engine().Device();
     const ShaderFiles files{folder.Write("a.frag", kColorShader), "", {}, {}};
     const ShaderFiles twin{folder.Write("other/b.frag", kColorShader), "", {}, {}};
     std::string error;

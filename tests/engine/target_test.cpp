@@ -90,6 +90,15 @@ TEST_F(EngineTarget, TargetsThatCannotTakeAPictureAreRefused) {
     missing.texture = 12345;
     EXPECT_NE(effect->Render(missing, effect, 0), 0);
     EXPECT_THAT(EngineLogLines::Take(), HasSubstr("12345"));
+    missing.texture = 0;
+    EXPECT_NE(effect->Render(missing, effect, 0), 0);
+    EXPECT_THAT(EngineLogLines::Take(), HasSubstr("a target without a texture"));
+    // Nobody has asked for this error; the next pass is not blamed for it.
+    EXPECT_TRUE(effect->RunOnGLThread([] {
+        glEnable(0xDEAD);
+        return true;
+    }));
+    RenderInside(effect);
 }
 
 TEST_F(EngineTarget, AGpuTargetIsDrawnIntoAndTheResultStays) {

@@ -3,19 +3,21 @@
 
 namespace kelmo::test {
 
-EglTestContext::EglTestContext() {
+EglTestContext::EglTestContext(Api api) {
     display = eglGetPlatformDisplayEXT(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
     if (display == EGL_NO_DISPLAY || !eglInitialize(display, nullptr, nullptr)) return;
-    eglBindAPI(EGL_OPENGL_API);
+    const bool es = api == Api::kEs;
+    eglBindAPI(es ? EGL_OPENGL_ES_API : EGL_OPENGL_API);
     const EGLint attributes[] = {EGL_CONTEXT_MAJOR_VERSION,
                                  3,
                                  EGL_CONTEXT_MINOR_VERSION,
-                                 3,
-                                 EGL_CONTEXT_OPENGL_PROFILE_MASK,
+                                 es ? 0 : 3,
+                                 es ? EGL_NONE : EGL_CONTEXT_OPENGL_PROFILE_MASK,
                                  EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
                                  EGL_NONE};
     context = eglCreateContext(display, EGL_NO_CONFIG_KHR, EGL_NO_CONTEXT, attributes);
     if (IsValid()) MakeCurrent();
+    eglBindAPI(EGL_OPENGL_API);
 }
 
 EglTestContext::~EglTestContext() {

@@ -5,11 +5,13 @@
 
 namespace kelmo::test {
 
-/// An OpenGL 3.3 core context without window, current on the constructing thread until it is
-/// destroyed or released: what a host with a device has. Construct and destroy on one thread.
+/// An OpenGL 3.3 core context (or one of OpenGL ES 3) without window, current on the constructing
+/// thread until it is destroyed or released: what a host with a device has. Construct and destroy
+/// on one thread.
 class EglTestContext {
 public:
-    EglTestContext();
+    enum class Api { kDesktop, kEs };
+    explicit EglTestContext(Api api = Api::kDesktop);
     ~EglTestContext();
     EglTestContext(const EglTestContext&) = delete;
 
