@@ -124,10 +124,15 @@ void BevelProfile::PlanPlated() {
     const int32_t last = rest - rest / 2 + 1 + (2 - upright);
     Append(rest / 2, kBevelKind);
     Append(upright, kBevelKind);
-    Append(last / 2, kBevelKind);
-    kinds.insert(kinds.end(), last - last / 2, kFaceKind);
-    pieces.back() = {last, true};
-    splitRow = RowsThrough(2) + last / 2;
+    AppendEdge(last, true);
+}
+
+void BevelProfile::AppendEdge(int32_t rows, bool reachesEnd) {
+    const int32_t before = static_cast<int32_t>(kinds.size());
+    Append(rows, kBevelKind, reachesEnd);
+    const int32_t faceRow = before + rows / 2;
+    if (frontZ > 0) std::fill(kinds.begin() + faceRow, kinds.end(), kFaceKind);
+    splitRow = frontZ > 0 ? faceRow : static_cast<int32_t>(kinds.size());
 }
 
 void BevelProfile::PlanBordered() {
@@ -137,8 +142,9 @@ void BevelProfile::PlanBordered() {
         const int32_t first = rest < 4 ? 2 : rest / 2;
         Append(first, kBevelKind);
         Append(2, kBevelKind);
-        Append(rest - first + 1, kBevelKind, true);
-        splitRow = RowsThrough(2) + pieces[2].rows / 2;
+        AppendEdge(rest - first + 1, true);
+        std::fill(kinds.begin(), kinds.end(), kBevelKind);  // there is no face
+        if (shape.upperDoubleExtrude == 1) splitRow = RowsThrough(2);
         return;
     }
     const int32_t straight = border == 0.5f ? 0 : 2;
@@ -149,16 +155,11 @@ void BevelProfile::PlanBordered() {
     if (shape.upperDoubleExtrude == 1) {
         Append(rounded, kFaceKind);
         splitRow = RowsThrough(2);
-    } else if (frontZ <= 0) {
-        Append(rounded, kBevelKind);
     } else {
-        Append(rounded / 2, kBevelKind);
-        kinds.insert(kinds.end(), rounded - rounded / 2, kFaceKind);
-        pieces.back().rows = rounded;
-        splitRow = RowsThrough(2) + rounded / 2;
+        AppendEdge(rounded, false);
+        if (frontZ <= 0) splitRow += straight;
     }
     Append(straight, frontZ <= 0 ? kBevelKind : kFaceKind);
-    if (splitRow == 0) splitRow = RowsThrough(4);
     Append(rest - 2 * rounded + 1, kFaceKind, true);
 }
 

@@ -58,6 +58,9 @@ private:
     void PlanInflated();
     void PlanPlated();
     void Append(int32_t rows, int32_t kind, bool reachesEnd = false);
+    // The piece in which the bevel gives way to the face: half of its rows are the face's where the
+    // face stands out, none where it lies back, and the rows of the bevel are counted up to there.
+    void AppendEdge(int32_t rows, bool reachesEnd);
     int32_t RowsThrough(size_t piece) const;
     void PlanTexcoords();
 

@@ -292,25 +292,43 @@ TEST(BevelProfile, ofABorderKeepsItsEdgesWithinItsHeight) {
 }
 
 TEST(BevelProfile, changesToTheFaceWhereTheBorderEnds) {
-    const auto kinds = [](const MeshShape& shape, float frontZ) {
-        const BevelProfile profile(shape, 1, frontZ, false);
-        std::string text;
-        for (size_t i = 0; i < profile.RowCount(); ++i) text += std::to_string(profile.KindOf(i));
-        return text;
+    const auto built = [](int32_t model, int32_t hidden, int32_t isDouble) {
+        MeshShape shape;
+        shape.modelType = model;
+        shape.hiddenFillingSurface = hidden;
+        shape.upperDoubleExtrude = isDouble;
+        shape.bevelSegments =
+            20;  // rows of a border 5, 2, 5, 2, 7; hidden 9, 2, 10; plated 9, 2, 10
+        shape.baseBevelSegments = 3;
+        shape.upperBevelSegments = 6;
+        return shape;
     };
-    MeshShape shape;
-    shape.modelType = MeshShape::kBordered;
-    shape.bevelSegments = 20;  // rows 5, 2, 5, 2, 7
-    EXPECT_EQ(kinds(shape, 1), "222222222000000000000");
-    EXPECT_EQ(kinds(shape, -1), "222222222222220000000");
-    shape.upperDoubleExtrude = 1;
-    EXPECT_EQ(kinds(shape, 1), "222222200000000000000");
-    shape.hiddenFillingSurface = 1;
-    EXPECT_EQ(kinds(shape, 1), std::string(21, '2'));
-    shape.modelType = MeshShape::kInflated;
-    shape.baseBevelSegments = 3;
-    shape.upperBevelSegments = 6;
-    EXPECT_EQ(kinds(shape, 1), "1112222222");
+    const struct {
+        MeshShape shape;
+        float frontZ;
+        const char* kinds;
+        int32_t split;  // v reaches three times the height at this row of the upper part
+    } cases[] = {
+        {built(1, 0, 0), 1, "222222222000000000000", 9},
+        {built(1, 0, 0), -1, "222222222222220000000", 14},
+        {built(1, 0, 1), 1, "222222200000000000000", 7},
+        {built(1, 1, 0), 1, "222222222222222222222", 16},
+        {built(1, 1, 0), -1, "222222222222222222222", 21},
+        {built(1, 1, 1), 1, "222222222222222222222", 11},
+        {built(1, 1, 1), -1, "222222222222222222222", 11},
+        {built(2, 0, 0), 1, "1112222222", 7},
+        {built(3, 0, 0), 1, "222222222222222200000", 16},
+        {built(3, 0, 0), -1, "222222222222222222222", 21},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(Describe(c.shape) + ", front " + std::to_string(c.frontZ));
+        const BevelProfile profile(c.shape, 1, c.frontZ, false);
+        std::string kinds;
+        for (size_t i = 0; i < profile.RowCount(); ++i) kinds += std::to_string(profile.KindOf(i));
+        EXPECT_EQ(kinds, c.kinds);
+        const size_t base = c.shape.modelType == MeshShape::kInflated ? 3 : 0;
+        EXPECT_FLOAT_EQ(profile.TexcoordOf(base + 1), 3.0f / static_cast<float>(c.split));
+    }
 }
 
 TEST(BevelNormals, replaceWhatTurnedOverByTheNearestGoodNeighbour) {
