@@ -46,7 +46,7 @@ void AudioDecoder::Open() {
     try {
         codec = OpenDecoder(input, *input.Audio(), 1);
     } catch (const MediaError& error) {
-        AddOnce(warnings, std::string(error.what()) + "; its sound is left out");
+        AddOnce(warnings, std::string(error.what()) + "; its sound is read as silence");
         ended = true;
     }
 }

@@ -76,7 +76,8 @@ void ContainerFile::WriteHeader(bool reproducible) {
     if (name == "mp4" || name == "mov" || name == "ipod") {
         // The index in front lets players begin before the file is there as a whole; a pipe cannot
         // go back for it and gets pieces with an index each.
-        av_dict_set(&settings, "movflags", part ? "+faststart" : "+frag_keyframe+empty_moov", 0);
+        const bool whole = part && !part->Direct();
+        av_dict_set(&settings, "movflags", whole ? "+faststart" : "+frag_keyframe+empty_moov", 0);
     }
     if (reproducible) av_dict_set(&settings, "fflags", "+bitexact", 0);
     const int error = avformat_write_header(format.get(), &settings);

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "host/media/file_names.h"
 #include "host/media/media_error.h"
 
 namespace kelmo::host {
@@ -20,10 +21,6 @@ constexpr int64_t kMostPixels = int64_t{1} << 28;
 
 [[noreturn]] void Fail(const std::string& path, const std::string& reason) {
     throw MediaError(MediaError::Side::kInput, "cannot read '" + path + "': " + reason);
-}
-
-fs::path NativePath(const std::string& path) {
-    return fs::path(std::u8string(path.begin(), path.end()));
 }
 
 void RefuseHopelessPath(const std::string& path) {
@@ -116,15 +113,6 @@ const AVCodec* FindDecoder(const AVStream& stream) {
 }
 
 }  // namespace
-
-bool IsNumberPattern(const std::string& path) {
-    for (size_t at = path.find('%'); at != std::string::npos; at = path.find('%', at + 1)) {
-        size_t end = at + 1;
-        while (end < path.size() && path[end] >= '0' && path[end] <= '9') ++end;
-        if (end < path.size() && path[end] == 'd') return true;
-    }
-    return false;
-}
 
 MediaInput MediaInput::Open(const std::string& path, FrameRate sequenceRate) {
     PrepareLibav();

@@ -41,7 +41,4 @@ struct MediaInput {
 // Opens the decoder of a stream. Throws MediaError.
 LibavPtr<AVCodecContext> OpenDecoder(const MediaInput& input, const AVStream& stream, int threads);
 
-// Whether a path is a pattern of numbers ("%04d") rather than a file.
-bool IsNumberPattern(const std::string& path);
-
 }  // namespace kelmo::host

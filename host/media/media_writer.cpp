@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "host/media/container_file.h"
-#include "host/media/media_input.h"
 #include "host/media/part_file.h"
 #include "host/media/picture_files.h"
 #include "host/media/video_encoder.h"

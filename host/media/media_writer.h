@@ -30,9 +30,10 @@ struct WriterOptions {
     int crf = -1;
     std::string preset;  // speed of encoders that know one, "medium" for x264; empty = default
     // Keeps transparency: WebM VP9 with alpha, MOV ProRes 4444, PNG, WebP, GIF (on or off). If the
-    // file cannot hold any, the frames are written on black and a warning says so. PNG and WebP
-    // pictures keep theirs in any case.
+    // file cannot hold any, the frames are written on black and a warning says so. PNG, WebP and
+    // TIFF pictures keep theirs in any case but `flatten`.
     bool keepAlpha = false;
+    bool flatten = false;  // without keepAlpha: on black whatever the file could hold
 
     AudioMode audio = AudioMode::kNone;
     std::string audioSource;    // kCopy: the file whose sound is taken
@@ -64,8 +65,9 @@ struct WriterOptions {
 // The file is written beside its place as "<path>.part" and takes its name in Finish; until then an
 // older file of that name stays as it was. A writer that is destroyed without Finish removes what
 // it wrote. Finish after any number of frames but none, also after an interrupt, leaves a file that
-// plays. Numbered pictures get their names one by one, each when it is complete.
-// "-" writes to standard output (container needed) and knows no part file.
+// plays. Numbered pictures get their names one by one, each when it is complete; those that replace
+// older files wait for Finish. "-" writes to standard output (container needed), and a path that is
+// there and no regular file (a named pipe, /dev/null) is written itself: both know no part file.
 //
 // Thread rule: one object, one thread at a time.
 class MediaWriter {

@@ -2,9 +2,11 @@
 #include "host/media/part_file.h"
 
 #include <cerrno>
-#include <filesystem>
+#include <cstdio>
+#include <memory>
 #include <system_error>
 
+#include "host/media/file_names.h"
 #include "host/media/media_error.h"
 
 namespace kelmo::host {
@@ -13,8 +15,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path NativePath(const std::string& path) {
-    return fs::path(std::u8string(path.begin(), path.end()));
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+bool IsSpecial(const std::string& path) {
+    std::error_code ignored;
+    const fs::file_status status = fs::status(NativePath(path), ignored);
+    return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
 }
 
 }  // namespace
@@ -23,7 +31,9 @@ void FailToWrite(const std::string& path, const std::string& reason) {
     throw MediaError(MediaError::Side::kOutput, "cannot write '" + path + "': " + reason);
 }
 
-PartFile::PartFile(const std::string& path) : path(path), partPath(path + ".part") {
+PartFile::PartFile(const std::string& path)
+    : path(path), partPath(path + ".part"), direct(IsSpecial(path)) {
+    if (direct) partPath = path;
     std::error_code ignored;
     const fs::path native = NativePath(path);
     if (fs::is_directory(native, ignored)) {
@@ -43,7 +53,17 @@ void PartFile::FailToOpen(int systemError) const {
     FailToWrite(path, reason);
 }
 
+void PartFile::Write(const void* bytes, size_t size) {
+    std::unique_ptr<std::FILE, FileCloser> file(std::fopen(partPath.c_str(), "wb"));
+    if (!file) FailToOpen(errno);
+    if (std::fwrite(bytes, 1, size, file.get()) == size && std::fflush(file.get()) == 0) return;
+    const int error = errno;
+    Discard();
+    FailToOpen(error);
+}
+
 void PartFile::Commit() {
+    if (direct) return;
     std::error_code error;
     fs::rename(NativePath(partPath), NativePath(path), error);
     if (error) {
@@ -52,6 +72,7 @@ void PartFile::Commit() {
 }
 
 void PartFile::Discard() noexcept {
+    if (direct) return;
     std::error_code ignored;
     fs::remove(NativePath(partPath), ignored);
 }

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace kelmo::host {
 
-// Private to this folder: the name of a file while it is being written. "<path>.part" becomes
-// "<path>" in Commit and vanishes in Discard.
+// The name of a file while it is being written: "<path>.part" becomes "<path>" in Commit and
+// vanishes in Discard. What is there and no regular file (a named pipe, /dev/null) is written
+// itself, and stays what it is.
 class PartFile {
 public:
     // Throws MediaError if the folder is missing or the path cannot be a file.
@@ -14,6 +16,10 @@ public:
 
     const std::string& Path() const { return path; }
     const std::string& PartPath() const { return partPath; }
+    bool Direct() const { return direct; }
+
+    // Fills it with these bytes; what was begun is discarded on failure. Throws MediaError.
+    void Write(const void* bytes, size_t size);
 
     void Commit();  // throws MediaError
     void Discard() noexcept;
@@ -24,6 +30,7 @@ public:
 private:
     std::string path;
     std::string partPath;
+    bool direct;
 };
 
 // Throws MediaError "cannot write '<path>': <reason>".

@@ -4,11 +4,13 @@
 #include <vector>
 
 #include "host/media/output_file.h"
+#include "host/media/part_file.h"
 
 namespace kelmo::host {
 
-// Private to this folder: one picture, or one a frame by a pattern of numbers, from 1 on. Each has
-// its name as soon as it is complete. Abort removes them all.
+// Private to this folder: one picture, or one a frame by a pattern of numbers, from 1 on. A new one
+// has its name as soon as it is complete; one that replaces an older file waits as a part file
+// until Finish. Abort removes them all, and older files are as they were.
 class PictureFiles : public OutputFile {
 public:
     PictureFiles(const std::string& path, std::vector<std::string>& warnings);
@@ -24,7 +26,8 @@ private:
     bool numbered;
     std::vector<std::string>& warnings;
     int64_t count = 0;
-    std::vector<std::string> written;
+    std::vector<PartFile> waiting;
+    std::vector<std::string> fresh;
 };
 
 }  // namespace kelmo::host

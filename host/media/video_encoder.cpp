@@ -54,6 +54,11 @@ AVPixelFormat OpaqueFormatOf(const AVCodec& codec) {
         return AV_PIX_FMT_YUVJ444P;
     }
     const std::vector<AVPixelFormat> offered = FormatsOf(codec);
+    if (codec.id == AV_CODEC_ID_TIFF || codec.id == AV_CODEC_ID_WEBP) {
+        // Readers expect RGB in the one; the encoder of the other converts as its readers do.
+        const AVPixelFormat rgb = FirstOf(offered, {AV_PIX_FMT_RGB24, AV_PIX_FMT_BGRA});
+        if (rgb != AV_PIX_FMT_NONE) return rgb;
+    }
     if (offered.empty()) return codec.pix_fmts ? AV_PIX_FMT_NONE : AV_PIX_FMT_YUV420P;
     const AVPixelFormat usual = FirstOf(
         offered, {AV_PIX_FMT_PAL8, AV_PIX_FMT_YUV420P, AV_PIX_FMT_YUVJ420P, AV_PIX_FMT_YUV422P10,
@@ -142,8 +147,9 @@ VideoFormat ChooseVideoFormat(const std::string& path, const std::string& contai
                               (isPicture ? "this kind of picture" : "'" + container + "'") +
                               " is installed");
     }
-    const bool wantsAlpha = options.keepAlpha || picture == AV_CODEC_ID_PNG ||
-                            picture == AV_CODEC_ID_WEBP || picture == AV_CODEC_ID_TIFF;
+    const bool ownAlpha =
+        picture == AV_CODEC_ID_PNG || picture == AV_CODEC_ID_WEBP || picture == AV_CODEC_ID_TIFF;
+    const bool wantsAlpha = options.keepAlpha || (ownAlpha && !options.flatten);
     if (wantsAlpha) {
         format.pixelFormat = AlphaFormatOf(*format.codec);
         format.alpha = format.pixelFormat != AV_PIX_FMT_NONE;

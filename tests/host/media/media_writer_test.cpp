@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/media/media_writer.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -42,9 +44,9 @@ Picture PatchPicture(int square) {
 }
 
 std::string Write(const std::string& name, const WriterOptions& options, const Picture& picture,
-                  int frames) {
+                  int frames, bool anew = true) {
     const std::string path = OutputPath(name);
-    fs::remove(path);
+    if (anew) fs::remove(path);
     auto writer = MediaWriter::Open(path, options);
     for (int i = 0; i < frames; ++i) writer->WriteFrame(picture);
     writer->Finish();
@@ -124,8 +126,12 @@ TEST(MediaWriter, AlphaComesBackFromEveryKindOfFileThatHoldsIt) {
 
 TEST(MediaWriter, WithoutAlphaThePictureStandsOnBlack) {
     const Picture picture = clips::Solid(32, 32, {100, 50, 20, 128});
-    for (const char* name : {"flat.jpg", "flat.mp4", "flat.webm"}) {
-        auto reader = MediaReader::Open(Write(name, Options(32, 32), picture, 1));
+    WriterOptions options = Options(32, 32);
+    options.flatten = true;
+    for (const char* name :
+         {"flat.jpg", "flat.mp4", "flat.webm", "flat.png", "flat.webp", "flat.tiff"}) {
+        auto reader = MediaReader::Open(Write(name, options, picture, 1));
+        EXPECT_FALSE(reader->Info().hasAlpha) << name;
         Picture read;
         ASSERT_TRUE(reader->ReadFrameAt(0, read));
         ExpectNear(At(read, 16, 16), {100, 50, 20, 255}, 4, name);
@@ -418,6 +424,44 @@ TEST(MediaWriter, AnOlderFileStaysUntilTheNewOneIsComplete) {
     finished->WriteFrame(clips::Solid(32, 32, {1, 2, 3}));
     finished->Finish();
     EXPECT_GT(clips::Bytes(path).size(), 300u);
+}
+
+TEST(MediaWriter, NumberedPicturesReplaceOlderFilesAtTheEnd) {
+    const std::string pattern = OutputPath("older%02d.png");
+    const std::string older = OutputPath("older01.png");
+    const std::string fresh = OutputPath("older02.png");
+    for (const bool finish : {false, true}) {
+        SCOPED_TRACE(finish);
+        clips::WriteBytes(older, {'o', 'l', 'd'});
+        fs::remove(fresh);
+        auto writer = MediaWriter::Open(pattern, Options(8, 8));
+        for (int i = 0; i < 2; ++i) writer->WriteFrame(clips::Solid(8, 8, {1, 2, 3}));
+        EXPECT_EQ(clips::Bytes(older).size(), 3u);
+        EXPECT_TRUE(fs::exists(fresh));
+        finish ? writer->Finish() : writer->Abort();
+        EXPECT_EQ(clips::Bytes(older).size() == 3, !finish);
+        EXPECT_EQ(fs::exists(fresh), finish);
+        EXPECT_FALSE(fs::exists(older + ".part"));
+    }
+}
+
+TEST(MediaWriter, ANamedPipeIsWrittenItself) {
+    for (const char* name : {"pipe.mp4", "pipe.png"}) {
+        const std::string path = OutputPath(name);
+        fs::remove(path);
+        ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+        const int reading = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+        Write(name, Options(32, 32), clips::Solid(32, 32, {200, 100, 40}), 1, false);
+        EXPECT_TRUE(fs::is_fifo(path)) << name;
+        std::vector<uint8_t> bytes(65536);
+        bytes.resize(static_cast<size_t>(std::max<ssize_t>(read(reading, bytes.data(), 65536), 0)));
+        close(reading);
+        fs::remove(path);
+        clips::WriteBytes(path, bytes);
+        Picture picture;
+        MediaReader::Open(path)->ReadFrameAt(0, picture);
+        ExpectNear(At(picture, 16, 16), {200, 100, 40}, 4, name);
+    }
 }
 
 TEST(MediaWriter, ReproducibleFilesAreEqualByteForByte) {
