@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "host/media/frame_importer.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstring>
 
 namespace kelmo::host {
@@ -65,14 +63,7 @@ void FrameImporter::Configure(int newWidth, int newHeight, FitMode fit, Orientat
     height = newHeight;
     orientation = turn;
     shown = {0, 0, width, height};
-    if (fit == FitMode::kLetterbox) {
-        const double scale = std::min(static_cast<double>(width) / shownWidth,
-                                      static_cast<double>(height) / shownHeight);
-        shown.width = std::clamp(static_cast<int>(std::lround(shownWidth * scale)), 1, width);
-        shown.height = std::clamp(static_cast<int>(std::lround(shownHeight * scale)), 1, height);
-        shown.left = (width - shown.width) / 2;
-        shown.top = (height - shown.height) / 2;
-    }
+    if (fit == FitMode::kLetterbox) shown = FittedInto(width, height, shownWidth, shownHeight);
     scaledWidth = orientation.transposed ? shown.height : shown.width;
     scaledHeight = orientation.transposed ? shown.width : shown.height;
 }

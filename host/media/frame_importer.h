@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/media/color_description.h"
+#include "host/media/fit.h"
 #include "host/media/libav.h"
 #include "host/media/media_reader.h"
 #include "host/media/picture.h"
@@ -29,10 +30,6 @@ public:
     int Import(const AVFrame& frame, AVCodecID codec, Picture& picture);
 
 private:
-    struct Rectangle {
-        int left = 0, top = 0, width = 0, height = 0;
-    };
-
     bool ConvertDirectly(const AVFrame& frame, const ColorDescription& color, uint8_t* target,
                          int stride);
     int ScaleWithAlpha(const AVFrame& frame, const ColorDescription& color, uint8_t* target,
