@@ -141,6 +141,7 @@ bool Font::AppendGlyph(uint32_t glyph, double scale, double x, double y, Outline
     FT_Outline& source = face->glyph->outline;
     const size_t first = outline.Size();
     if (!OutlineWriter(outline, scale, x, y).Read(source)) {
+        outline.Truncate(first);  // half a glyph is none
         return false;
     }
     // FreeType could turn the outline as well, but a curve that closes a contour would then leave

@@ -40,7 +40,7 @@ public:
 
     /// Appends the outline of a glyph with its origin at (x, y), times `scale`. Filled areas run
     /// clockwise on the page in fonts of every make, sub-contours end where they began. False when
-    /// the glyph has no outline but a picture, or cannot be read.
+    /// the glyph has no outline but a picture, or cannot be read; nothing is appended then.
     bool AppendGlyph(uint32_t glyph, double scale, double x, double y, Outline& outline) const;
 
 private:

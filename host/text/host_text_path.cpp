@@ -59,6 +59,9 @@ void CheckSettings(const TextSettings& settings) {
                      [](float value) { return std::isfinite(value); })) {
         throw UsageError("the numbers of a text must be finite");
     }
+    if (settings.lineSpacing < 0) {
+        throw UsageError("the line spacing of a text cannot be negative");
+    }
     if (settings.canvasWidth < 0 || settings.canvasHeight < 0) {
         throw UsageError("the canvas of a text cannot have a negative size");
     }
@@ -136,7 +139,7 @@ private:
             if (settings.underlineColor && line.width > 0) {
                 AddUnderline(left, left + line.width, baseline);
             }
-            height = baseline + line.descent;
+            height = std::max(height, baseline + line.descent);
             top += (line.ascent + line.descent + line.gap) * settings.lineSpacing;
         }
     }
@@ -161,7 +164,9 @@ private:
         content->anchorX = settings.anchorX;
         content->anchorY = settings.anchorY;
         content->angle = settings.angle;
-        content->boxColor = settings.boxColor;
+        if (settings.boxColor || !content->rects.empty()) {
+            content->boxColor = settings.boxColor.value_or(0);
+        }
         content->rectColor = settings.underlineColor;
 
         const double dx = content->width * double(settings.positionX) - width / 2;
@@ -171,6 +176,12 @@ private:
             path.Move(dx, dy);
         }
         content->box = {dx - padding, dy - padding, dx + width + padding, dy + height + padding};
+        if (!settings.boxColor) {
+            // Decoration is drawn where there is a box: lines alone come with one that shows
+            // nothing.
+            content->box.right = content->box.left;
+            content->box.bottom = content->box.top;
+        }
         for (Box& rect : content->rects) {
             rect = {rect.left + dx, rect.top + dy, rect.right + dx, rect.bottom + dy};
         }
@@ -223,7 +234,7 @@ float HostTextPath::GetAngle() {
 }
 
 bool HostTextPath::HasDecoration() {
-    return content->boxColor || !content->rects.empty();
+    return content->boxColor.has_value();
 }
 
 bool HostTextPath::GetBox(float* corners, uint32_t* color) {

@@ -17,7 +17,8 @@ namespace kelmo::host {
 ///
 /// `GetPath` is the character on the canvas; `GetLayoutPath` is the same before the text was placed
 /// there: (0, 0) is the top left of the text itself. The origin is half the canvas, so that a
-/// position of 1 leads from the middle to the border. Underlines come as rects, one a line.
+/// position of 1 leads from the middle to the border. Underlines come as rects, one a line; without
+/// a box behind the text they come with a box without area, since readers draw both or none.
 ///
 /// The content never changes: clones share it, and may live on other threads.
 class HostTextPath final : public TextPath {
@@ -60,7 +61,7 @@ private:
         float anchorX = 0.5f;
         float anchorY = 0.5f;
         float angle = 0;
-        std::optional<uint32_t> boxColor;
+        std::optional<uint32_t> boxColor;  ///< none without decoration
         std::optional<uint32_t> rectColor;
         Box box;
         std::vector<Box> rects;

@@ -21,6 +21,12 @@ struct Outline {
         xs.push_back(static_cast<float>(x));
         ys.push_back(static_cast<float>(y));
     }
+    /// Leaves the first `size` points, which must be there.
+    void Truncate(size_t size) {
+        types.resize(size);
+        xs.resize(size);
+        ys.resize(size);
+    }
     void Move(double dx, double dy) {
         for (size_t i = 0; i < Size(); ++i) {
             xs[i] = static_cast<float>(xs[i] + dx);

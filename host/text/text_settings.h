@@ -28,7 +28,7 @@ struct TextSettings {
 
     float size = 120;         ///< pixels per em, above 0, at most 16384
     float letterSpacing = 0;  ///< pixels between characters; not within joined scripts
-    float lineSpacing = 1;    ///< 1 is the line height of the font
+    float lineSpacing = 1;    ///< 1 is the line height of the font; not negative
     TextAlignment alignment = TextAlignment::kCenter;  ///< of lines of different length
 
     /// The canvas in pixels; 0 is the size of the text. An effect that gets a canvas of the size of

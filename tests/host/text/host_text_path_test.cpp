@@ -327,8 +327,29 @@ TEST_F(HostText, DecorationFollowsTheText) {
     EXPECT_LT(rect[1], rect[5]);
     EXPECT_GT(rect[2] - rect[0], 300);
     EXPECT_GT(rect[1], PathExtent(*text, 2).bottom) << "below the feet of the l";
+    // Lines alone come with a box that shows nothing, or they would not be drawn.
     settings.boxColor.reset();
-    EXPECT_FALSE(HostTextPath::Create(settings)->GetBox(box, &color));
+    const auto lines = HostTextPath::Create(settings);
+    EXPECT_TRUE(lines->HasDecoration());
+    ASSERT_TRUE(lines->GetBox(box, &color));
+    EXPECT_EQ(box[0], box[4]);
+    EXPECT_EQ(box[1], box[5]);
+    EXPECT_EQ(lines->GetRectCount(), 2);
+    settings.text = "\n";  // lines without width have no underline
+    const auto plain = HostTextPath::Create(settings);
+    EXPECT_FALSE(plain->HasDecoration());
+    EXPECT_FALSE(plain->GetBox(box, &color));
+}
+
+TEST_F(HostText, CanvasHoldsTheTallestLine) {
+    int32_t width = 0;
+    int32_t high = 0;
+    int32_t both = 0;
+    HostTextPath::Create(Sans("H\u6f22"))->GetSize(&width, &high);
+    TextSettings settings = Sans("H\u6f22\nH");
+    settings.lineSpacing = 0;  // one over the other; the font of the first line is the taller one
+    HostTextPath::Create(settings)->GetSize(&width, &both);
+    EXPECT_GE(both, high);
 }
 
 TEST_F(HostText, ClonesAreTheSameTextAndOutliveIt) {
@@ -370,6 +391,9 @@ TEST_F(HostText, RefusesWhatItCannotSet) {
         EXPECT_THAT(message(Sans("x", size)), HasSubstr("size"));
     }
     settings = Sans("x");
+    settings.lineSpacing = -0.5f;
+    EXPECT_THAT(message(settings), HasSubstr("line spacing"));
+    settings = Sans("x");
     settings.angle = std::numeric_limits<float>::infinity();
     EXPECT_THAT(message(settings), HasSubstr("finite"));
     if (std::filesystem::exists(kBitmapOnly)) {
@@ -394,6 +418,9 @@ TEST(OutlineStream, ReverseKeepsSegmentsWhole) {
     EXPECT_EQ(outline.xs, outline.ys);
     EXPECT_THAT(outline.types, ElementsAre(kTextMoveTo, kTextMoveTo, kTextLineTo, kTextCubicTo,
                                            kTextCubicTo, kTextCubicTo, kTextMoveTo, kTextLineTo));
+    outline.Truncate(2);
+    EXPECT_THAT(outline.ys, ElementsAre(0, 5));
+    EXPECT_EQ(outline.Size(), outline.xs.size());
 }
 
 }  // namespace
