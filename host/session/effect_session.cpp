@@ -117,15 +117,17 @@ int32_t EffectSession::Context::GetParamValue(const char* name, int32_t at, QorV
                          [](const Value& v, const char* key) { return v.parameter->name < key; });
     if (found == owner.values.end() || found->parameter->name != name) return kQorRefused;
     const ParameterDescription& parameter = *found->parameter;
+    // Names that an effect asks for on its own come as pointers; the answer has its own type.
+    const int32_t type = value->type == kHostPointer ? parameter.ValueType() : value->type;
     if (parameter.IsText()) {
-        if (found->track == nullptr || value->type != kHostText) return kQorRefused;
+        if (found->track == nullptr || type != kHostText) return kQorRefused;
+        *value = QorValue{};
+        value->type = kHostText;
         value->s = found->track->Text().c_str();
         return kQorOk;
     }
     const double number =
         found->track == nullptr ? parameter.def : found->track->NumberAt(static_cast<double>(at));
-    // Names that an effect asks for on its own come as pointers; the number goes in its own type.
-    const int32_t type = value->type == kHostPointer ? parameter.ValueType() : value->type;
     return PutNumber(number, type, *value) ? kQorOk : kQorRefused;
 }
 

@@ -9,6 +9,9 @@ namespace kelmo::host {
 
 namespace {
 
+/// How many OwnWork objects live on this thread.
+thread_local int ownWork = 0;
+
 std::string Formatted(const char* format, va_list arguments) {
     char small[512];
     va_list again;
@@ -60,6 +63,15 @@ std::string HostServices::LastError() const {
 void HostServices::ForgetError() {
     const std::lock_guard<std::mutex> lock(mutex);
     lastError.clear();
+    listened = std::this_thread::get_id();
+}
+
+HostServices::OwnWork::OwnWork() {
+    ++ownWork;
+}
+
+HostServices::OwnWork::~OwnWork() {
+    --ownWork;
 }
 
 int32_t HostServices::DeviceType() const {
@@ -70,7 +82,8 @@ void HostServices::Write(int32_t level, const char* format, va_list arguments) {
     if (format == nullptr) return;
     const std::string line = Formatted(format, arguments);
     const std::lock_guard<std::mutex> lock(mutex);
-    if (level >= kLogError) lastError = line;
+    const bool reason = level >= kLogError && ownWork == 0;
+    if (reason && listened == std::this_thread::get_id()) lastError = line;
     if (sink) sink(level, line);
 }
 

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include "contract/qor_host.h"
 
@@ -37,9 +38,21 @@ public:
 
     int32_t AcquireSuite(const char* name, int32_t version, void** suite) override;
 
-    /// The last line of level kLogError since ForgetError, for the message of a failure.
+    /// The reason of a failure: the last line of level kLogError that the thread which called
+    /// ForgetError has logged since then. Lines of other threads (a loader's, say) and of the
+    /// host's own work are none.
     std::string LastError() const;
     void ForgetError();
+
+    /// While it lives, the lines of its thread are the host's own, even in the midst of a frame:
+    /// they are shown and are the reason of no failure.
+    class OwnWork {
+    public:
+        OwnWork();
+        ~OwnWork();
+        OwnWork(const OwnWork&) = delete;
+        OwnWork& operator=(const OwnWork&) = delete;
+    };
 
     /// kQorGPUDeviceTypeOpenGL or kQorDeviceTypeCpu: what effects are created with.
     int32_t DeviceType() const;
@@ -76,8 +89,9 @@ private:
     HostFolders folders;
     LogSink sink;
     bool openGl;
-    mutable std::mutex mutex;  // guards sink and lastError
+    mutable std::mutex mutex;  // guards sink, lastError and listened
     std::string lastError;
+    std::thread::id listened = std::this_thread::get_id();
     EmptySuite memorySuite;
     EmptySuite imageSuite;
     UtilSuite utilSuite{*this};

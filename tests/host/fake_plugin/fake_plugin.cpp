@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "contract/ai_transfer.h"
@@ -58,8 +59,10 @@ public:
         const int32_t on = Ask(context, "on", kHostInt).i;
         const double exact = Ask(context, "exact", kHostDouble).d;
         const QorValue label = Ask(context, "label", kHostText);
-        // A name that an effect asks for on its own comes as a pointer; the host answers a number.
+        // A name that an effect asks for on its own comes as a pointer; the answer has its own
+        // type.
         const int32_t ownType = Ask(context, "amount", kHostPointer).type;
+        const QorValue ownText = Ask(context, "label", kHostPointer);
         failAt = Ask(context, "failAt", kHostInt).i;
         idleAt = Ask(context, "idleAt", kHostInt).i;
         interruptAt = Ask(context, "interruptAt", kHostInt).i;
@@ -73,16 +76,20 @@ public:
         const int loudest = audio == nullptr ? -1 : Loudest(*audio);
         util->Log(kLogInfo,
                   "%s frame %d of %d rate %d/%d amount %.2f count %d tint %06X on %d exact %.2f "
-                  "label %s own %d samples %d loudest %d",
+                  "label %s own %d %s samples %d loudest %d",
                   entry.name, position, context->GetDuration(), static_cast<int>(numerator),
                   static_cast<int>(denominator), static_cast<double>(amount), count, tint, on,
-                  exact, label.type == kHostText && label.s ? label.s : "-", ownType, samples,
-                  loudest);
+                  exact, label.type == kHostText && label.s ? label.s : "-", ownType,
+                  ownText.type == kHostText && ownText.s ? ownText.s : "-", samples, loudest);
         return kQorOk;
     }
     int32_t GLRender(QorRenderContext* context) override {
         if (position == interruptAt) std::raise(SIGINT);
-        if (position == idleAt) return kQorEffectFailed;  // nothing to draw: not a word
+        if (position == idleAt) {
+            // Nothing to draw: not a word; what another thread says has nothing to do with it.
+            std::thread([] { util->Log(kLogError, "a loader failed"); }).join();
+            return kQorEffectFailed;
+        }
         if (position == failAt) {
             util->Log(kLogError, "told to fail");
             return kQorEffectFailed;
@@ -140,7 +147,10 @@ private:
         }
         int32_t length = 0;
         if (people->GetPoseBlock(&bytes, &length)) {
-            util->Log(kLogInfo, "block of %d bytes", length);
+            float point[2] = {-1, -1};
+            if (length >= 16) std::memcpy(point, static_cast<uint8_t*>(bytes) + 8, sizeof point);
+            util->Log(kLogInfo, "block of %d bytes, nose at %.3f %.3f", length,
+                      static_cast<double>(point[0]), static_cast<double>(point[1]));
         }
     }
 

@@ -151,6 +151,20 @@ TEST(HostServices, KeepsLongLogLinesWhole) {
     EXPECT_EQ(services.LastError(), longText + "7");
 }
 
+TEST(HostServices, LinesOfTheHostItselfAreNoReason) {
+    int lines = 0;
+    HostServices services(
+        {}, [&](int32_t, std::string_view) { ++lines; }, false);
+    void* suite = nullptr;
+    services.AcquireSuite(kHostUtilSuite, 1, &suite);
+    {
+        const HostServices::OwnWork work;
+        static_cast<QorHostUtilSuite*>(suite)->Log(kLogError, "no models");
+    }
+    EXPECT_EQ(services.LastError(), "");
+    EXPECT_EQ(lines, 1);
+}
+
 TEST(Catalogue, TakesDownWhatThePluginPublishes) {
     Host host;
     const EffectDescription& invert = host.catalogue.Find("invert");
@@ -194,7 +208,7 @@ TEST(EffectChain, DrawsEachFrameWithItsTimeValuesAndSound) {
     EXPECT_THAT(host.Lines("Invert frame"), testing::SizeIs(5));
     EXPECT_EQ(host.Lines("Invert frame")[3],
               "Invert frame 3 of 5 rate 30000/1001 amount 75.00 count 3 tint FF0000 on 0 exact "
-              "-0.50 label a,b@c own 5 samples 1471 loudest 300");
+              "-0.50 label a,b@c own 5 a,b@c samples 1471 loudest 300");
     chain.Render(0, input, nullptr, {}, output);
     EXPECT_THAT(host.log.back(), HasSubstr("samples -1")) << "no sound, no audio object";
 }
@@ -286,6 +300,7 @@ TEST(EffectChain, AnEffectWithNothingToDrawLetsThePictureThrough) {
         EXPECT_EQ(output.pixels, Sample().pixels) << "inverted twice";
         chain.Render(1, input, nullptr, {}, output);
         EXPECT_EQ(output.pixels, kInvertedSample) << "the first effect alone";
+        EXPECT_THAT(host.Lines("a loader failed"), testing::SizeIs(1));
     }
 }
 
