@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "geometry/bevel_mesh_builder.h"
 
+#include <algorithm>
+
 #include "geometry/bevel_normals.h"
 #include "geometry/bevel_profile.h"
 #include "geometry/edge_offset.h"
@@ -150,12 +152,15 @@ void BevelMeshBuilder::BuildBevel(VectorMeshWriter& writer, const Contours& cont
     if (shape.bevelSize == 0) return;
     int64_t triangle = firstTriangle;
     for (size_t group = 0; group < groups.size(); ++group) {
+        const auto& outlines = contours.m_EdgeExtends[group];
+        const auto isEmpty = [](const Extends& extends) { return extends.empty(); };
+        if (std::all_of(outlines.begin(), outlines.end(), isEmpty)) continue;
         const float frontZ = groups[group].frontZ;
         const BevelProfile frontProfile(shape, depth, frontZ, false);
         const BevelProfile backProfile(shape, depth, frontZ, true);
         BevelPass front(writer, groups[group], frontProfile, false, sizeInverse);
         BevelPass back(writer, groups[group], backProfile, true, sizeInverse);
-        for (const Extends& extends : contours.m_EdgeExtends[group]) {
+        for (const Extends& extends : outlines) {
             triangle = front.Write(extends, triangle);
             if (HasBackPass()) triangle = back.Write(extends, triangle);
         }

@@ -2,6 +2,7 @@
 #include "geometry/contour_face.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <opencv2/core/utility.hpp>
 #include <opencv2/imgproc.hpp>
@@ -28,36 +29,71 @@ float ClockwiseArea(const Polyline& points) {
     return area;
 }
 
-std::vector<cv::Point2f> GridPoints(const cv::Rect2f& box, int32_t rows, int32_t cols) {
-    std::vector<cv::Point2f> points;
-    for (int32_t i = 0; i < rows; ++i) {
-        for (int32_t j = 0; j < cols; ++j) {
-            points.emplace_back(box.x + i * box.width / rows, box.y + j * box.height / cols);
+/// Answers whether points lie inside a contour, most of them by its box.
+class OuterContour {
+public:
+    explicit OuterContour(const Polyline& points) : contour(&points) {
+        for (const cv::Point2f& p : points) {
+            minX = std::min(minX, p.x);
+            maxX = std::max(maxX, p.x);
+            minY = std::min(minY, p.y);
+            maxY = std::max(maxY, p.y);
         }
+        // So close to the left of an edge rounding decides; leave that to the test itself.
+        minX -= (maxX - minX) / 256;
     }
-    return points;
-}
 
-bool IsInside(const Polyline& contour, const cv::Point2f& point) {
-    return cv::pointPolygonTest(contour, point, false) > 0;
-}
+    const Polyline& Points() const { return *contour; }
+    float Left() const { return minX; }
+    float Right() const { return maxX; }
 
-/// Moves the grid points inside `contour` to `points`. The point that follows a moved one is passed
-/// over: it stays for a later contour, and the inner points stay apart from each other.
-void TakeGridPoints(std::vector<cv::Point2f>& grid, const Polyline& contour,
-                    std::vector<cv::Point2f>& points) {
-    size_t kept = 0;
-    for (size_t i = 0; i < grid.size(); ++i) {
-        if (IsInside(contour, grid[i])) {
-            points.push_back(grid[i]);
-            if (++i == grid.size()) {
-                break;
+    bool Encloses(const cv::Point2f& point) const {
+        const bool isNear =
+            point.x >= minX && point.x <= maxX && point.y >= minY && point.y <= maxY;
+        return isNear && cv::pointPolygonTest(*contour, point, false) > 0;
+    }
+
+private:
+    const Polyline* contour;
+    float minX = std::numeric_limits<float>::max();
+    float maxX = std::numeric_limits<float>::lowest();
+    float minY = minX;
+    float maxY = maxX;
+};
+
+/// Points on a grid over a box, which contours take out.
+class PointGrid {
+public:
+    PointGrid(const cv::Rect2f& box, int32_t rows, int32_t cols) {
+        for (int32_t i = 0; i < rows; ++i) {
+            for (int32_t j = 0; j < cols; ++j) {
+                points.emplace_back(box.x + i * box.width / rows, box.y + j * box.height / cols);
             }
         }
-        grid[kept++] = grid[i];
+        isTaken.resize(points.size());
     }
-    grid.resize(kept);
-}
+
+    /// Moves the points inside `contour` to `target`. The point that follows a moved one is passed
+    /// over: it stays for a later contour, and the inner points stay apart from each other.
+    void MoveInside(const OuterContour& contour, std::vector<cv::Point2f>& target) {
+        // They stand in order of x.
+        const auto first =
+            std::lower_bound(points.begin(), points.end(), contour.Left(),
+                             [](const cv::Point2f& point, float x) { return point.x < x; });
+        bool isPassed = false;
+        for (size_t i = first - points.begin(); i < points.size(); ++i) {
+            if (points[i].x > contour.Right()) break;
+            if (isTaken[i]) continue;
+            isTaken[i] = !isPassed && contour.Encloses(points[i]);
+            if (isTaken[i]) target.push_back(points[i]);
+            isPassed = isTaken[i] != 0;
+        }
+    }
+
+private:
+    std::vector<cv::Point2f> points;
+    std::vector<uint8_t> isTaken;
+};
 
 void MakeClockwise(Triangle2f& t) {
     if ((t.c.x - t.b.x) * (t.b.y - t.a.y) - (t.b.x - t.a.x) * (t.c.y - t.b.y) < 0) {
@@ -65,26 +101,29 @@ void MakeClockwise(Triangle2f& t) {
     }
 }
 
-std::vector<Triangle2f> FillGroup(const Group& group, std::vector<cv::Point2f> grid) {
-    std::vector<const Polyline*> outers;
+std::vector<Triangle2f> FillGroup(const Group& group, PointGrid grid) {
+    std::vector<OuterContour> outers;
     std::vector<const Polyline*> holes;
     for (const Polyline& contour : group) {
-        if (!contour.empty()) {
-            (ClockwiseArea(contour) > 0 ? outers : holes).push_back(&contour);
+        if (contour.empty()) continue;
+        if (ClockwiseArea(contour) > 0) {
+            outers.emplace_back(contour);
+        } else {
+            holes.push_back(&contour);
         }
     }
     std::vector<Triangle2f> triangles;
-    for (const Polyline* outer : outers) {
-        std::vector<cv::Point2f> points = *outer;
+    for (const OuterContour& outer : outers) {
+        std::vector<cv::Point2f> points = outer.Points();
         std::vector<const Polyline*> inner;
         for (const Polyline* hole : holes) {
-            if (IsInside(*outer, hole->front())) {
+            if (outer.Encloses(hole->front())) {
                 points.insert(points.end(), hole->begin(), hole->end());
                 inner.push_back(hole);
             }
         }
-        TakeGridPoints(grid, *outer, points);
-        Triangulate(triangles, points, *outer, inner);
+        grid.MoveInside(outer, points);
+        Triangulate(triangles, points, outer.Points(), inner);
     }
     std::for_each(triangles.begin(), triangles.end(), MakeClockwise);
     return triangles;
@@ -124,7 +163,7 @@ private:
         cv::convexHull(points, result.hull);
         result.rect = cv::minAreaRect(result.hull);
         result.triangles = FillGroup(
-            group, GridPoints(result.rect.boundingRect2f(), gridCells.height, gridCells.width));
+            group, PointGrid(result.rect.boundingRect2f(), gridCells.height, gridCells.width));
     }
 
     const std::vector<Group>& groups;
@@ -175,7 +214,8 @@ void ContourFace::ParseContours(Contours& contours, bool grid, int32_t gridRows,
     contours.m_MinGroupSize = std::numeric_limits<float>::max();
     contours.m_MaxGroupSize = std::numeric_limits<float>::lowest();
     try {
-        ParseGroups(contours, grid ? cv::Size(gridCols, gridRows) : cv::Size());
+        const auto bounded = [](int32_t count) { return std::clamp(count, 0, kMaxGridSide); };
+        ParseGroups(contours, grid ? cv::Size(bounded(gridCols), bounded(gridRows)) : cv::Size());
     } catch (const cv::Exception& error) {
         LogError("ParseContours error:%s", error.what());
         contours.ClearDerived();

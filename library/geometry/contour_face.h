@@ -11,11 +11,15 @@ namespace kelmo {
 /// no state.
 class ContourFace {
 public:
+    /// More rows or columns of a grid count as so many: 32 MB of points for each group.
+    static constexpr int32_t kMaxGridSide = 2048;
+
     virtual ~ContourFace() = default;
 
     /// Fills `m_EdgeCores`, `m_Triangles`, `m_GroupRects`, `m_AllRect` and the two group sizes of
     /// `contours` from its `m_Points`; the lists have one entry per group. With `grid`, the faces
-    /// get inner points on a grid of `gridRows` x `gridCols` over the upright box of each group.
+    /// get inner points on a grid of `gridRows` x `gridCols` over the upright box of each group;
+    /// none with a count of 0 or less.
     ///
     /// Outer contours run clockwise (y up), holes counter-clockwise. A hole belongs to every outer
     /// contour that its first point lies in; one that lies in none is left out. All triangles come

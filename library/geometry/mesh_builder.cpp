@@ -24,7 +24,11 @@ constexpr float kReversal = 1e-3f;
 // The size of a group that bevels are relative to: for text that of the smallest glyph, so that all
 // glyphs get the same bevel; for a mask the narrower side of each shape.
 double BevelUnit(const Contours& contours, size_t group) {
-    if (contours.m_IsText) return std::max<double>(kSmallestSize, contours.m_MinGroupSize);
+    if (contours.m_IsText) {
+        // Without a point in any group no smallest one was found.
+        const bool isFound = contours.m_MinGroupSize < std::numeric_limits<float>::max();
+        return isFound ? std::max<double>(kSmallestSize, contours.m_MinGroupSize) : kSmallestSize;
+    }
     const cv::Size2f& size = contours.m_GroupRects[group].size;
     return std::max<double>(kSmallestSize, std::min(size.width, size.height));
 }

@@ -15,6 +15,11 @@ void SettleNumbers(MeshShape& shape) {
     }
 }
 
+// A grid of a million points; finer ones show nothing more and take minutes.
+constexpr int32_t kFinestLevel = 1024;
+// One outline of this many strips is refused as a mesh already.
+constexpr int32_t kMostSegments = 1 << 25;
+
 int32_t FewestSegments(int32_t modelType) {
     if (modelType == MeshShape::kBordered) return 10;
     return modelType == MeshShape::kPlated ? 4 : 1;
@@ -43,9 +48,11 @@ MeshShape SettleShape(MeshShape shape) {
         shape.hiddenFillingSurface == 1 && shape.modelType == MeshShape::kBordered;
     shape.upperDoubleExtrude = shape.upperDoubleExtrude == 1;
     shape.extrusionType = shape.extrusionType != 0 && shape.modelType != MeshShape::kPlated;
-    shape.baseBevelSegments = std::max(shape.baseBevelSegments, 2);
-    shape.upperBevelSegments = std::max(shape.upperBevelSegments, 6);
-    shape.bevelSegments = std::max(shape.bevelSegments, FewestSegments(shape.modelType));
+    shape.baseBevelSegments = std::clamp(shape.baseBevelSegments, 2, kMostSegments);
+    shape.upperBevelSegments = std::clamp(shape.upperBevelSegments, 6, kMostSegments);
+    shape.bevelSegments =
+        std::clamp(shape.bevelSegments, FewestSegments(shape.modelType), kMostSegments);
+    shape.levelSubdivision = std::clamp(shape.levelSubdivision, 0, kFinestLevel);
     return shape;
 }
 

@@ -29,7 +29,7 @@ struct MeshShape {
     float edgeExtrusionDepth = 1;     ///< height of the border or of the upper part
     int32_t extrusionType = 0;        ///< 0: front only (kBevelled: both sides), 1: front and back
     bool enableSubdivision = false;   ///< faces are lifted by the height picture
-    int32_t levelSubdivision = 0;
+    int32_t levelSubdivision = 0;     ///< rows of the grid of inner points, 0..1024
     int32_t wireframe = 0;
     int32_t uvMapMode = 0;  ///< 1: one face map for all groups
 
@@ -38,7 +38,8 @@ struct MeshShape {
 
 /// The shape without values that have no meaning: numbers that are not finite count as 0, an
 /// unknown model as kBevelled, an extrusion type other than 0 as 1 (always 0 for kPlated), segments
-/// at least as many as the model needs, and only kBordered hides its faces. Settling again changes
+/// at least as many as the model needs and at most 2^25 (too many for any mesh), the level of the
+/// grid within its range, and only kBordered hides its faces. Settling again changes
 /// nothing.
 MeshShape SettleShape(MeshShape shape);
 

@@ -59,11 +59,13 @@ void Build(const Options& options, VectorMesh& mesh) {
     contours.ParseTextPath(path.get(), options.view.width, options.view.height);
     contours.FlattenPaths(parameters.segment, parameters.shape.enableSubdivision);
     contours.m_IsText = true;
-    const int level = parameters.shape.levelSubdivision;
-    ContourFace().ParseContours(contours, parameters.shape.enableSubdivision, level,
-                                options.view.width * level / options.view.height);
+    const MeshShape shape = AdjustShape(parameters.shape);
+    const int64_t columns =
+        int64_t{options.view.width} * shape.levelSubdivision / options.view.height;
+    ContourFace().ParseContours(contours, shape.enableSubdivision, shape.levelSubdivision,
+                                static_cast<int32_t>(columns));
     BevelMeshBuilder builder;
-    builder.SetShape(AdjustShape(parameters.shape));
+    builder.SetShape(shape);
     if (!builder.BuildMesh(mesh, contours, parameters.extrude, false)) {
         throw std::runtime_error("the text has no outline to build, or too much of it");
     }

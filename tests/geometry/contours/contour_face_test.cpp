@@ -118,6 +118,18 @@ TEST(ContourFace, GridPutsPointsInsideTheFace) {
     Contours none;
     Parse(none, {{Box(0, 0, 10, 10)}}, true, 0, -3);
     EXPECT_NEAR(Area(none.m_Triangles[0]), 100, 1e-4);
+    // A column of rows beyond all measure: all but the row on the border make two triangles more.
+    Contours many;
+    Parse(many, {{Box(0, 0, 10, 10)}}, true, std::numeric_limits<int32_t>::max(), 2);
+    EXPECT_EQ(many.m_Triangles[0].size(), 2 + 2 * (ContourFace::kMaxGridSide - 1u));
+}
+
+// Each contour passes every second point over and leaves it to the contours behind. Two triangles a
+// point: the first takes 5 of 9 in 7 columns, the second 4 in 2 columns and 2 in the 7 between.
+TEST(ContourFace, ContoursShareTheGridInTheirOrder) {
+    Contours contours;
+    Parse(contours, {{Box(1, 0, 9, 10), Box(0, 1, 10, 9), Box(4, 4, 6, 6)}}, true, 10, 10);
+    EXPECT_EQ(contours.m_Triangles[0].size(), 2u + 2 * 35 + 2 + 2 * 22 + 2);
 }
 
 TEST(ContourFace, LettersHaveTheirHolesAndIslands) {

@@ -74,6 +74,10 @@ TEST(AdjustShape, keepsSegmentsBordersAndTypesWithinTheirModels) {
     EXPECT_FLOAT_EQ(adjusted(1, 1).edgeExtrusionDepth, 0.01f);
     EXPECT_FLOAT_EQ(adjusted(2).edgeExtrusionDepth, 0.003f);
     EXPECT_EQ(adjusted(17).modelType, 0);
+    few.levelSubdivision = -1;
+    EXPECT_EQ(adjusted(0).levelSubdivision, 0);
+    few.levelSubdivision = std::numeric_limits<int32_t>::max();
+    EXPECT_EQ(adjusted(0).levelSubdivision, 1024);
     few.bevelSize = std::numeric_limits<float>::quiet_NaN();
     EXPECT_EQ(adjusted(0).bevelSize, 0);
 }
@@ -315,6 +319,15 @@ TEST(BuildMesh, refusesWhatHasNoTrianglesOrTooMany) {
     empty.m_BoxValid = true;
     EXPECT_TRUE(builder.BuildMesh(mesh, empty, 0.1f, false));
     EXPECT_EQ(mesh.triangleCount, 2);
+    // Also when it stands around blanks: groups without points, which have no size.
+    empty.m_IsText = true;
+    empty.m_Points = empty.m_Edges = {{}, {{}, {}}};
+    ContourFace().ParseContours(empty, false, 0, 0);
+    EXPECT_TRUE(bevels.BuildMesh(mesh, empty, 0.1f, false));
+    EXPECT_EQ(mesh.triangleCount, 2);
+    for (const MeshGroup& group : bevels.Groups()) {
+        EXPECT_LT(std::abs(group.frontZ) + std::abs(group.offsetFactor), 1e-6f);
+    }
 }
 
 TEST(VectorMesh, makesLinesOnDemand) {
