@@ -76,7 +76,8 @@ function(kelmo_precompile name opencv)
 endfunction()
 
 # Drivers and codecs outside our code keep memory until the process ends and are not instrumented for
-# ThreadSanitizer: the suppression files name them, never code of ours.
+# ThreadSanitizer: the suppression files name them, never code of ours. In an AddressSanitizer run
+# libraries stay loaded, so that a leak has a name.
 if(KELMO_SANITIZE MATCHES "address")
   set(KELMO_TEST_ENVIRONMENT
     "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0"
@@ -106,6 +107,10 @@ function(kelmo_test name)
     KELMO_PLUGIN_DIR="${KELMO_PLUGIN_DIR}"
     KELMO_DATA_DIR="${KELMO_DATA_DIR}"
     KELMO_TEST_OUTPUT_DIR="${CMAKE_BINARY_DIR}/test-output")
+  if(KELMO_SANITIZE MATCHES "address")
+    target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests/asan/kept_libraries.cpp")
+    target_link_options(${name} PRIVATE "LINKER:--export-dynamic-symbol=dlclose")
+  endif()
   add_test(NAME ${name} COMMAND ${name} ${ARG_ARGS})
   set(labels ${ARG_LABELS})
   if(ARG_THREADS)
