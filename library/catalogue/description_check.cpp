@@ -109,6 +109,10 @@ bool IsHexDigit(char c) {
     return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
+bool IsColor(int32_t uiType) {
+    return uiType == kUiColor || uiType == kUiColorStart || uiType == kUiColorEnd;
+}
+
 std::string Indexed(const char* key, std::size_t index) {
     return std::string(key) + "[" + std::to_string(index) + "]";
 }
@@ -179,11 +183,13 @@ private:
     void CheckTextures() {
         for (int32_t i = 0; i < info.textureCount; ++i) {
             const std::string key = Indexed("TEXTURES", static_cast<std::size_t>(i));
-            std::string path = info.GetTexture(i);
+            const std::string path = info.GetTexture(i);
             // A slot that is no image carries its type in front of the folder.
             if (const std::size_t bar = path.find('|');
                 bar != std::string::npos && !path.starts_with(info.dataPath)) {
-                path.erase(0, bar + 1);
+                Report(key, "TYPE is " + path.substr(0, bar) +
+                                ", and only image is loaded (clips and sequences too)");
+                continue;
             }
             const std::vector<std::string> files = ExpandTexturePath(path);
             if (files.empty()) {
@@ -232,6 +238,12 @@ private:
                 return CheckOrder(key, param, param.minValue.AsDouble(),
                                   param.defaultValue.AsDouble(), param.maxValue.AsDouble());
             case kParamInt:
+                // Colours are 0xAARRGGBB: with an alpha they are negative numbers here.
+                if (IsColor(param.uiType)) {
+                    return CheckOrder(key, param, static_cast<uint32_t>(param.minValue.AsInt()),
+                                      static_cast<uint32_t>(param.defaultValue.AsInt()),
+                                      static_cast<uint32_t>(param.maxValue.AsInt()));
+                }
                 return CheckOrder(key, param, param.minValue.AsInt(), param.defaultValue.AsInt(),
                                   param.maxValue.AsInt());
             default:

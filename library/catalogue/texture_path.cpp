@@ -8,7 +8,8 @@
 
 namespace kelmo {
 
-std::vector<std::string> ExpandTexturePath(std::string_view path) {
+std::vector<std::string> ExpandTexturePath(std::string_view path, bool* cut) {
+    if (cut != nullptr) *cut = false;
     const std::size_t opening = path.find('[');
     const std::size_t closing = path.find(']');
     if (opening == std::string_view::npos || closing == std::string_view::npos ||
@@ -16,7 +17,9 @@ std::vector<std::string> ExpandTexturePath(std::string_view path) {
         return {std::string(path)};
     }
     const std::string countText(path.substr(opening + 1, closing - opening - 1));
-    const int count = std::clamp(DecimalText(countText), 0, kMaxSequenceLength);
+    const int wanted = DecimalText(countText);
+    const int count = std::clamp(wanted, 0, kMaxSequenceLength);
+    if (cut != nullptr) *cut = wanted > count;
     std::vector<std::string> files;
     files.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {

@@ -16,7 +16,7 @@ inline constexpr int kMaxSequenceLength = 100000;
 /// "prefix[N]suffix" is a numbered sequence: prefix, the index 0..N-1 with at least four digits,
 /// suffix. N is the number at the start of the text between the first "[" and the first "]"; below
 /// 1 it gives no files, above kMaxSequenceLength that many. Without both brackets in this order the
-/// text is the one file.
-std::vector<std::string> ExpandTexturePath(std::string_view path);
+/// text is the one file. `cut`, if given, says whether the text asks for more than there are.
+std::vector<std::string> ExpandTexturePath(std::string_view path, bool* cut = nullptr);
 
 }  // namespace kelmo

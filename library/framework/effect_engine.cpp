@@ -4,6 +4,7 @@
 #include <atomic>
 #include <mutex>
 #include <utility>
+#include <vector>
 
 #include "platform/dynamic_library.h"
 #include "platform/host_access.h"
@@ -20,7 +21,8 @@ std::atomic<uint8_t> noOpenGLDevice{1};
 struct EngineState {
     std::mutex lock;
     std::string testFolder;
-    DynamicLibrary loaded;
+    /// All that ever gave an engine.
+    std::vector<DynamicLibrary> libraries;
     CreateNLEOpenGLEffectEngineInstanceFn create = nullptr;
     DestroyNLEOpenGLEffectEngineInstanceFn destroy = nullptr;
     NLEOpenGLEffectEngine* engine = nullptr;
@@ -59,7 +61,7 @@ bool LoadEngine(EngineState& state, const std::string& name) {
     }
     NLEOpenGLEffectEngine* const engine = MakeEngine(create);
     if (!engine) return false;
-    state.loaded = std::move(library);
+    state.libraries.push_back(std::move(library));
     state.create = create;
     state.destroy = destroy;
     state.engine = engine;
@@ -89,7 +91,6 @@ void DestroyEngine(EngineState& state) {
 void ForgetLibrary(EngineState& state) {
     state.create = nullptr;
     state.destroy = nullptr;
-    state.loaded = DynamicLibrary();
 }
 
 }  // namespace
@@ -115,9 +116,15 @@ NLEOpenGLEffectEngine* AcquireEffectEngine() {
     if (state.create && state.loadedForDevice != HasOpenGLDevice()) ForgetLibrary(state);
     if (state.create) {
         state.engine = MakeEngine(state.create);
-    } else {
-        LoadAnyEngine(state);
+        if (!state.engine) ForgetLibrary(state);
     }
+    if (!state.create) LoadAnyEngine(state);
+    return state.engine;
+}
+
+NLEOpenGLEffectEngine* PresentEffectEngine() {
+    EngineState& state = State();
+    const std::lock_guard guard(state.lock);
     return state.engine;
 }
 

@@ -8,8 +8,9 @@
 
 /// The engine that runs all shaders: one per process, from the first effect to the shutdown.
 ///
-/// All functions may be called from any thread. The engine stays this file's; objects that it made
-/// must not outlive `ShutdownEffectEngine`.
+/// All functions may be called from any thread; who asks while another thread loads waits for it.
+/// The engine stays this file's. An engine library stays loaded until the process ends, because
+/// effects may outlive the engine.
 namespace kelmo {
 
 /// Whether the host has an OpenGL device. False until start-up has seen one.
@@ -25,9 +26,11 @@ void SetOpenGLDevice(bool found);
 /// library that lacks an export, or that refuses, is released again. A failed search is logged and
 /// repeated by the next call, so that an effect can be prepared again once the library is there.
 NLEOpenGLEffectEngine* AcquireEffectEngine();
+/// The engine if there is one; nothing is looked for.
+NLEOpenGLEffectEngine* PresentEffectEngine();
 
 /// Destroys the engine, if there is one. The library stays loaded; a later `AcquireEffectEngine`
-/// asks it for a new engine.
+/// asks it for a new engine, and looks for another library when it refuses.
 void ShutdownEffectEngine();
 
 /// Puts an engine of a test in the place of a loaded one; null takes it away again. It stays the

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "framework/effect_registry.h"
 
+#include <mutex>
 #include <utility>
 
 #include "framework/filter_guids.h"
@@ -13,12 +14,15 @@ namespace {
 constexpr const char* kStickerPathAlias = "stickerPath";
 
 /// Whether the description is a sticker filter; its path parameter then carries the name that the
-/// sticker effect asks for.
+/// sticker effect asks for. Effects that exist read the name without a lock: it is written once,
+/// before the first of them is made.
 bool TakeStickerParam(NLEFilterInfo& info) {
+    static std::mutex mutex;
+    const std::lock_guard guard(mutex);
     for (int32_t index = 0; index < info.paramCount; ++index) {
         const std::shared_ptr<NLEFilterParams> param = info.GetParam(index);
         if (param && param->alias == kStickerPathAlias) {
-            param->name = kStickerPathAlias;
+            if (param->name != kStickerPathAlias) param->name = kStickerPathAlias;
             return true;
         }
     }

@@ -45,7 +45,8 @@ bool NLEOpenGLFilter::MakeEngineEffect(int32_t newWidth, int32_t newHeight, int3
     height = newHeight;
     stride = newStride;
     engine.reset();
-    NLEOpenGLEffectEngine* const maker = AcquireEffectEngine();
+    // Looked for when an effect is initialised, not on each frame that lacks one.
+    NLEOpenGLEffectEngine* const maker = PresentEffectEngine();
     if (!maker) return false;
     maker->CreateEngineEffect(width, height, stride, engineFlag != 0, fragmentPath.c_str(), engine,
                               encrypt, info->hasVertex ? vertexPath.c_str() : "",
@@ -198,7 +199,10 @@ void NLEOpenGLFilter::GetMat(cv::Mat& out, const FrameRecord& frame) {
         if (needCpuFrame) LogWarning("GetMat: OpenGL Effect Need Cpu Frame");
         needCpuFrame = 1;
         if (hasSize) {
-            out = cv::Mat::zeros(frame.height, frame.width, CV_8UC4);
+            if (blackFrame.size() != cv::Size(frame.width, frame.height)) {
+                blackFrame = cv::Mat::zeros(frame.height, frame.width, CV_8UC4);
+            }
+            out = blackFrame;
             return;
         }
     }

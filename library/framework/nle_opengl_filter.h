@@ -60,7 +60,8 @@ public:
     virtual ~NLEOpenGLFilter();
     /// Size of the frames to come; `stride` in bytes. Does nothing when the engine has that size.
     virtual int32_t Resize(int32_t newWidth, int32_t newHeight, int32_t newStride);
-    /// Sets a parameter, or adds one that is not there. `type` is a ParamType. 0 updated, 1 added.
+    /// Sets a parameter, or adds one of type `type` (a ParamType) that is not there. The value
+    /// stays as it is, with its own type, which readers and uploads go by. 0 updated, 1 added.
     virtual int32_t SetParam(const char* name, int32_t type, NLEParamValue value);
     /// Draws one frame. `first` is the clip that the effect works on, `second` the second clip of a
     /// transition. 1 also when there is nothing to draw.
@@ -115,8 +116,9 @@ public:
     // --- frames ---
 
     /// The picture of a frame as a `cv::Mat`: a view of its pixels; an empty one for a record
-    /// without picture; for a frame that lives on the GPU alone, a black picture, since there are
-    /// no pixels to see (`needCpuFrame` is set, so that the host is told at the next preparation).
+    /// without picture; for a frame that lives on the GPU alone, a black picture to be read only,
+    /// since there are no pixels to see (`needCpuFrame` is set, so that the host is told at the
+    /// next preparation).
     void GetMat(cv::Mat& out, const FrameRecord& frame);
     /// Gives a frame to an input slot of the engine and steps `slot`; a record without picture
     /// takes no slot.
@@ -210,6 +212,9 @@ private:
     void DeclareCommonUniforms();
     void TakeAudioSettings();
     void RequestParam(const char* name);
+
+    /// What `GetMat` gives for a frame without pixels.
+    cv::Mat blackFrame;
 };
 
 }  // namespace kelmo

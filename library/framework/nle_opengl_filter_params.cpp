@@ -16,8 +16,6 @@ NLEFilterParams* NLEOpenGLFilter::ParamNamed(const char* name) const {
 }
 
 int32_t NLEOpenGLFilter::SetParam(const char* name, int32_t type, NLEParamValue value) {
-    ConvertNumber(value, type);
-    value.type = type;
     if (NLEFilterParams* const known = ParamNamed(name)) {
         known->SetValue(value);
         return 0;

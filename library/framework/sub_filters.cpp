@@ -68,7 +68,7 @@ FrameRecord RunSubFilter(NLEOpenGLFilter& stage, const NLEOpenGLFilter& owner,
     stage.SetPosition(owner.GetPosition());
     stage.SetDuration(owner.GetDuration());
     FrameRecord target = FrameRecord::TargetLess(width, height, stride);
-    if (stage.DoEffect(second, first, target, width, height, stride) != kFilterOk) return {};
+    stage.DoEffect(second, first, target, width, height, stride);
     return stage.GetResultFrame();
 }
 

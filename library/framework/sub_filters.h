@@ -57,7 +57,7 @@ private:
 };
 
 /// Runs one stage into its own picture and returns that as a frame. `owner` gives position and
-/// duration. An empty record when the stage failed.
+/// duration. A stage that fails, or has nothing to draw, leaves the picture that it drew last.
 FrameRecord RunSubFilter(NLEOpenGLFilter& stage, const NLEOpenGLFilter& owner,
                          const FrameRecord& second, const FrameRecord& first, int32_t width,
                          int32_t height, int32_t stride);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "framework/texture_background.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -8,7 +9,6 @@
 #include <iterator>
 #include <list>
 #include <mutex>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -20,6 +20,7 @@ namespace {
 
 struct Loader {
     std::thread thread;
+    std::weak_ptr<TextureFrames> effectsShare;
     /// Nothing but the way out of the thread is left to run.
     bool done = false;
 };
@@ -82,28 +83,25 @@ void SignOff(Loader& loader) {
 
 }  // namespace
 
-LoaderTicket::LoaderTicket(std::shared_ptr<TextureFrames> sharedFrames)
-    : frames(std::move(sharedFrames)), startedIn(Loaders().generation.load()) {
-    frames->loaderReferences.fetch_add(1);
-}
-
-LoaderTicket::~LoaderTicket() {
-    frames->loaderReferences.fetch_sub(1);
-}
+LoaderTicket::LoaderTicket(const std::shared_ptr<TextureFrames>& share)
+    : frames(share->shared_from_this()),
+      effectsShare(share),
+      startedIn(Loaders().generation.load()) {}
 
 bool LoaderTicket::ShouldStop() const {
     return Loaders().generation.load(std::memory_order_relaxed) != startedIn ||
-           frames.use_count() <= frames->loaderReferences.load(std::memory_order_relaxed);
+           effectsShare.expired();
 }
 
-void StartTextureLoader(std::shared_ptr<TextureFrames> frames,
+void StartTextureLoader(const std::shared_ptr<TextureFrames>& frames,
                         std::function<void(const LoaderTicket&)> task) {
-    // One shared reference a loader, that of its ticket: `ShouldStop` counts on it.
-    auto ticket = std::make_shared<LoaderTicket>(std::move(frames));
+    auto ticket = std::make_shared<LoaderTicket>(frames);
+    std::list<Loader> started(1);
+    Loader& loader = started.front();
+    loader.effectsShare = frames;
     LoaderList& list = Loaders();
     std::unique_lock<std::mutex> lock(list.mutex);
     std::list<Loader> done = list.TakeDone();
-    Loader& loader = list.loaders.emplace_back();
     try {
         loader.thread = std::thread([ticket, task, &loader]() mutable {
             RunGuarded(task, *ticket);
@@ -111,8 +109,8 @@ void StartTextureLoader(std::shared_ptr<TextureFrames> frames,
             task = nullptr;
             SignOff(loader);
         });
-    } catch (const std::system_error& error) {
-        list.loaders.pop_back();
+        list.loaders.splice(list.loaders.end(), started);
+    } catch (const std::exception& error) {
         lock.unlock();
         LogWarning("No thread for loading textures (%s): loading at once", error.what());
         RunGuarded(task, *ticket);
@@ -121,19 +119,33 @@ void StartTextureLoader(std::shared_ptr<TextureFrames> frames,
     Join(std::move(done));
 }
 
-bool StopTextureLoaders(int longestWait) {
+namespace {
+
+/// Waits until no listed loader is `awaited` any more.
+template <typename Awaited>
+bool WaitForEnds(int longestWait, Awaited awaited) {
     LoaderList& list = Loaders();
-    list.generation.fetch_add(1);
     std::unique_lock<std::mutex> lock(list.mutex);
     std::list<Loader> done;
-    const bool all =
-        list.gone.wait_for(lock, std::chrono::milliseconds(longestWait), [&list, &done] {
-            done.splice(done.end(), list.TakeDone());
-            return list.loaders.empty();
-        });
+    const bool all = list.gone.wait_for(lock, std::chrono::milliseconds(longestWait), [&] {
+        done.splice(done.end(), list.TakeDone());
+        return std::none_of(list.loaders.begin(), list.loaders.end(), awaited);
+    });
     lock.unlock();
     Join(std::move(done));
     return all;
+}
+
+}  // namespace
+
+bool WaitForOrphanedLoaders(int longestWait) {
+    return WaitForEnds(longestWait,
+                       [](const Loader& loader) { return loader.effectsShare.expired(); });
+}
+
+bool StopTextureLoaders(int longestWait) {
+    Loaders().generation.fetch_add(1);
+    return WaitForEnds(longestWait, [](const Loader&) { return true; });
 }
 
 }  // namespace kelmo

@@ -70,6 +70,14 @@ bool FrameList::ReserveBytes(std::size_t bytes, std::size_t limit) {
 
 TextureFrames::TextureFrames(std::size_t slotCount) : slots(slotCount) {}
 
+std::shared_ptr<TextureFrames> TextureFrames::Create(std::size_t slots) {
+    // The pointer in the deleter keeps the frames for the effect; loaders have pointers of their
+    // own.
+    auto frames = std::make_shared<TextureFrames>(slots);
+    TextureFrames* const bare = frames.get();
+    return {bare, [frames = std::move(frames)](TextureFrames*) mutable { frames.reset(); }};
+}
+
 const FrameList& TextureFrames::Slot(std::size_t slot) const {
     if (slot >= slots.size()) return EmptyList();
     const FrameList* const list = slots[slot].load(std::memory_order_acquire);

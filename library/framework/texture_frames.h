@@ -72,9 +72,12 @@ private:
 /// or the list after, never one that is being resized, and lists that were replaced live on until
 /// the object goes, so that references into them stay good. Reading takes no lock and allocates
 /// nothing.
-class TextureFrames {
+class TextureFrames : public std::enable_shared_from_this<TextureFrames> {
 public:
     explicit TextureFrames(std::size_t slots);
+    /// For an effect: background loaders keep the frames alive beside what is returned here, and
+    /// stop when its last copy is gone.
+    static std::shared_ptr<TextureFrames> Create(std::size_t slots);
     TextureFrames(const TextureFrames&) = delete;
     TextureFrames& operator=(const TextureFrames&) = delete;
 
@@ -93,9 +96,6 @@ public:
     FrameList& Publish(std::size_t slot, std::size_t pendingFrames);
     /// Marks what is pending in the present list of a slot. For the loader of that slot.
     void FailPending(std::size_t slot);
-
-    /// Shared references that background loaders hold; kept by `LoaderTicket`.
-    std::atomic<long> loaderReferences{0};
 
 private:
     std::vector<std::atomic<FrameList*>> slots;

@@ -159,8 +159,9 @@ void LoadTextureSlot(const NLEFilterInfo& info, const std::shared_ptr<TextureFra
                      bool async, int32_t slotIndex, std::size_t limitBytes) {
     const auto slot = static_cast<std::size_t>(slotIndex);
     const std::string pathText = info.GetTexture(slotIndex);
-    std::vector<std::string> fileNames = ExpandTexturePath(pathText);
-    if (fileNames.size() >= static_cast<std::size_t>(kMaxSequenceLength)) {
+    bool cut = false;
+    std::vector<std::string> fileNames = ExpandTexturePath(pathText, &cut);
+    if (cut) {
         LogWarning("The sequence %s is cut at %d files", pathText.c_str(), kMaxSequenceLength);
     }
     if (IsClip(pathText, fileNames)) {
@@ -191,7 +192,7 @@ void LoadTextures(const std::shared_ptr<const NLEFilterInfo>& info,
                   std::shared_ptr<std::vector<TexDesc>>& descs, bool async) {
     if (info->textureCount < 1) return;
     const auto count = static_cast<std::size_t>(info->textureCount);
-    frames = std::make_shared<TextureFrames>(count);
+    frames = TextureFrames::Create(count);
     descs = std::make_shared<std::vector<TexDesc>>(count);
     const cv::Range all(0, info->textureCount);
     try {

@@ -108,6 +108,7 @@ void ReadVideoFrames(const std::vector<std::string>& fileNames, TextureFrames& f
     const std::size_t claimed = clip.ClaimedCount();
     // The first frame tells the size that the memory limit is worked out from.
     cv::Mat first = clip.Next();
+    if (ticket != nullptr && ticket->ShouldStop()) return;
     if (claimed == 0) {
         frames.Publish(slotIndex, clip.Collect(std::move(first)));
         return;

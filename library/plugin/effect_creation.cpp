@@ -2,6 +2,7 @@
 #include "plugin/effect_creation.h"
 
 #include <memory>
+#include <mutex>
 #include <utility>
 
 #include "catalogue/filter_catalogue.h"
@@ -23,7 +24,8 @@ bool IsSticker(const NLEFilterInfo& info) {
     return first && first->alias == "stickerPath";
 }
 
-/// Sticker filters are packages without shaders; they run the master's.
+/// Sticker filters are packages without shaders; they run the master's. Effects that exist read
+/// both members without a lock: they are written once, before the first of them is made.
 bool TakeStickerShader(NLEFilterInfo& info) {
     const FilterInfoPtr master = GetCatalogue().FindFilter(kStickerMasterGuid);
     if (!master) {
@@ -31,8 +33,9 @@ bool TakeStickerShader(NLEFilterInfo& info) {
                  info.guid.c_str(), kStickerMasterGuid);
         return false;
     }
-    info.encrypt = 0;
-    // Other effects of this description may be reading the path; it is written once.
+    static std::mutex mutex;
+    const std::lock_guard guard(mutex);
+    if (info.encrypt != 0) info.encrypt = 0;
     if (info.openglPath != master->openglPath) info.openglPath = master->openglPath;
     return true;
 }
@@ -41,8 +44,7 @@ bool TakeStickerShader(NLEFilterInfo& info) {
 FilterInfoPtr AstralMaster(const NLEFilterInfo& variant) {
     FilterInfoPtr master = GetCatalogue().FindFilter(kAstralMasterGuid);
     if (!master) return nullptr;
-    const std::string texture = variant.GetTexture(0);
-    if (!texture.empty()) master->AddTexture(0, texture);
+    master->AddTexture(0, variant.GetTexture(0));
     return master;
 }
 

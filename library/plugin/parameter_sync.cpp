@@ -40,6 +40,11 @@ void SkipGroupTransform(QorFrame& frame) {
     frame.SetProperty("SkipGroupTransform", &yes);
 }
 
+/// Brings an answer of the host to what a parameter of type `type` can hold.
+bool MakeFit(NLEParamValue& value, int32_t type) {
+    return type == kParamPointer || ConvertNumber(value, type);
+}
+
 QorValue RecordOf(int32_t hostType) {
     QorValue record;
     record.type = hostType;
@@ -64,7 +69,7 @@ void ParameterSync::SyncCataloguePart(QorRenderContext& context, const NLEFilter
         if (!param) continue;
         QorValue record = RecordOf(HostTypeOf(param->type));
         if (context.GetParamValue(param->name.c_str(), position, &record) == 0 &&
-            ConvertHostValue(record, value) && ConvertNumber(value, param->type)) {
+            ConvertHostValue(record, value) && MakeFit(value, param->type)) {
             filter.SetParam(param->name.c_str(), param->type, value);
         }
     }

@@ -9,8 +9,9 @@ namespace kelmo {
 
 /// Brings the host's values of one frame to a filter: first the catalogue's parameters, then the
 /// names that the filter has looked for in vain. A parameter that the host does not answer for
-/// keeps its value. Keeps a scratch value, so that numbers cost no memory; one object per effect,
-/// on the effect's thread.
+/// keeps its value, and so does one whose answer it cannot hold: numbers become the parameter's own
+/// numeric type, a text is for texts and pointers, a pointer for pointers. Keeps a scratch value,
+/// so that numbers cost no memory; one object per effect, on the effect's thread.
 class ParameterSync {
 public:
     void Run(QorRenderContext& context, const NLEFilterInfo& info, NLEOpenGLFilter& filter);

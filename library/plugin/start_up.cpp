@@ -56,7 +56,7 @@ int32_t StartPlugin(QorPluginHost* host, QorPluginInfo* info) {
 }
 
 int32_t StopPlugin() {
-    StopTextureLoaders();
+    WaitForOrphanedLoaders();
     ShutdownEffectEngine();
     return kQorOk;
 }

@@ -13,8 +13,8 @@ namespace kelmo {
 /// 0, or 2 for a null host.
 int32_t StartPlugin(QorPluginHost* host, QorPluginInfo* info);
 
-/// Ends the background loaders and gives the engine back. Effects that still live keep the host's
-/// suites. Always 0.
+/// Gives the engine back, and waits for background loaders of effects that are gone. Effects that
+/// still live keep the host's suites and their loaders. Always 0.
 int32_t StopPlugin();
 
 }  // namespace kelmo

@@ -52,10 +52,13 @@ TEST_F(DescriptionCheckTest, FindsNothingWrongWithASoundDescription) {
     info.fragmentExterns = {{folder.Path("f.frag")}};
     AddTexture(folder.Path("a.png"));
     AddTexture(folder.Path("s[2].png"));
-    AddTexture("video|" + folder.Path("a.png"));
     const auto param = AddParam("uStrength", kParamFloat);
     param->maxValue = NLEParamValue::Float(1);
     param->defaultValue = NLEParamValue::Float(1);
+    const auto color = AddParam("uColor", kParamInt);  // with alpha, hence negative
+    color->uiType = kUiColor;
+    color->maxValue = NLEParamValue::Int(-1);
+    color->defaultValue = NLEParamValue::Int(-65536);
     AddParam("picture", kParamText);
     AddParam("filter", kParamFloat);  // declared as filter_
     EXPECT_THAT(CheckDescription(info), IsEmpty());
@@ -84,7 +87,7 @@ TEST_F(DescriptionCheckTest, NamesEachFault) {
         {"OPENGL_VERTEX_EXTERN[0]", missing, [&] { info.vertexExterns = {{missing}}; }},
         {"OPENGL_EXTERN[0]", "without files", [&] { info.fragmentExterns = {{}}; }},
         {"TEXTURES[0]", missing, [&] { AddTexture(missing); }},
-        {"TEXTURES[0]", missing, [&] { AddTexture("video|" + missing); }},
+        {"TEXTURES[0]", "TYPE is video", [&] { AddTexture("video|" + folder.Path("a.png")); }},
         {"TEXTURES[0]", "s0002.png", [&] { AddTexture(folder.Path("s[100].png")); }},
         {"TEXTURES[0]", "without files", [&] { AddTexture(folder.Path("s[0].png")); }},
         {"PARAMS[0]", "no NAME", [&] { AddParam("", kParamInt); }},

@@ -114,6 +114,19 @@ TEST_F(EffectEngineTest, AHostThatComesBackWithAnotherDeviceGetsTheOtherLibrary)
     EXPECT_THAT(host.Texts(kLogInfo), ElementsAre("TZOpenGLEffectMgr asked, no device: 0"));
 }
 
+TEST_F(EffectEngineTest, ALibraryThatRefusesAfterAShutdownMakesWayForTheNext) {
+    LookIn("all");
+    AcquireEffectEngine();
+    ShutdownEffectEngine();
+    host.ClearLines();
+    setenv("KELMO_FAKE_REFUSING", "TZOpenGLEffectMgr-mesa", 1);
+    EXPECT_EQ(PresentEffectEngine(), nullptr);
+    EXPECT_NE(AcquireEffectEngine(), nullptr);
+    unsetenv("KELMO_FAKE_REFUSING");
+    EXPECT_EQ(host.Texts(kLogInfo).back(), "TZOpenGLEffectMgr-dx asked, no device: 1");
+    EXPECT_EQ(host.Texts(kLogError).size(), 1U);
+}
+
 TEST_F(EffectEngineTest, AnEngineOfATestIsForgottenAndNeverDestroyed) {
     test::RecordingEngine engine;
     SetEngineForTesting(&engine);

@@ -265,13 +265,14 @@ TEST_F(FilterTest, FindParamRangeGivesTheLimits) {
     EXPECT_THAT(filter.RequestedParams(), ElementsAre("other"));
 }
 
-TEST_F(FilterTest, ATextLosesItsFilePrefixAndAMismatchedNumberIsConverted) {
+TEST_F(FilterTest, ATextLosesItsFilePrefixAndANumberKeepsItsType) {
     NLEOpenGLFilter filter(info);
     filter.SetParam("path", kParamText, NLEParamValue::Text("file:/a/b"));
     filter.SetParam("count", kParamInt, NLEParamValue::Float(3.7F));
     EXPECT_STREQ(filter.FindParam("path")->value.AsText(), "a/b");
     EXPECT_EQ(filter.FindParam("path")->value.text, "file:/a/b");
-    EXPECT_EQ(filter.FindParam("count")->value.AsInt(), 3);
+    EXPECT_EQ(filter.FindParam("count")->value.AsFloat(), 3.7F);
+    EXPECT_EQ(filter.IntOr("count", 0), 3);
 }
 
 TEST_F(FilterTest, TheFrameRateIsThatOfTheTopmostOwner) {

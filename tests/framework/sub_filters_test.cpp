@@ -93,7 +93,7 @@ TEST_F(SubFiltersTest, AStageDrawsIntoItsOwnPicture) {
     EXPECT_EQ(engine.Effect(0).lastTarget.pixels, nullptr);
 
     engine.failRender = true;
-    EXPECT_FALSE(RunSubFilter(*stage, owner, {}, {}, 64, 32, 256).HasTexture());
+    EXPECT_EQ(RunSubFilter(*stage, owner, {}, {}, 64, 32, 256).texture, picture.texture);
 }
 
 TEST_F(SubFiltersTest, AllParametersOfAnOwnerGoToTheStageWithTypeAndValue) {

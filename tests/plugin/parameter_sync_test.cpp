@@ -51,6 +51,8 @@ TEST_F(ParameterSyncTest, CatalogueParametersAreAskedWithTheirTypeAtThePosition)
     context.values["f"] = test::HostFloat(2.0F);
     context.values["i"] = test::HostText("no number");
     context.values["d"] = test::HostInt(3);
+    context.values["t"] = test::HostInt(3);
+    context.values["p"] = test::HostText("a path");
     auto clone = MakeInfo("clone");
     NLEOpenGLFilter filter(info);
     Sync(filter);
@@ -59,7 +61,8 @@ TEST_F(ParameterSyncTest, CatalogueParametersAreAskedWithTheirTypeAtThePosition)
     EXPECT_THAT(context.askedPositions, ::testing::Each(17));
     EXPECT_EQ(filter.FloatOr("f", 0.0F), 2.0F);
     EXPECT_EQ(filter.FloatOr("d", 0.0F), 3.0F) << "a host may answer with another number type";
-    EXPECT_EQ(filter.Params().size(), 2U) << "what has no answer, or a wrong one, is not set";
+    EXPECT_STREQ(filter.FindParam("p")->value.AsText(), "a path");
+    EXPECT_EQ(filter.Params().size(), 3U) << "what has no answer, or a wrong one, is not set";
 }
 
 TEST_F(ParameterSyncTest, AParameterWithoutAnswerKeepsItsValue) {

@@ -163,6 +163,11 @@ TEST_F(StartUpTest, AnAstralVariantRunsAsItsMasterWithItsOwnTexture) {
     EXPECT_EQ(master->GetTexture(0), "/variant.png");
     EXPECT_THAT(host.Texts(kLogInfo), ElementsAre("Create OpenGLFilter Success: an-astral"));
     ReleaseQorEffect(effect);
+
+    variant->AddTexture(0, "");
+    EXPECT_EQ(CreateQorEffect("an-astral", 0, &effect), 0);
+    EXPECT_EQ(master->GetTexture(0), "") << "the star of an earlier variant";
+    ReleaseQorEffect(effect);
 }
 
 TEST_F(StartUpTest, AForeignEffectObjectIsLeftAlone) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // An engine library that does nothing but tell the log when it is asked for an engine and when it
 // gets one back.
+#include <cstdlib>
+#include <cstring>
+
 #include "contract/engine.h"
 
 #ifndef KELMO_FAKE_RESULT
@@ -26,6 +29,12 @@ public:
                             const kelmo::ShaderExterns&, const kelmo::ShaderExterns&) override {}
 };
 
+/// Also one that once gave engines may refuse later: the variable names it.
+bool Refuses() {
+    const char* const name = std::getenv("KELMO_FAKE_REFUSING");
+    return KELMO_FAKE_RESULT != 0 || (name && std::strcmp(name, KELMO_FAKE_NAME) == 0);
+}
+
 }  // namespace
 
 KELMO_EXPORT int32_t CreateNLEOpenGLEffectEngineInstance(kelmo::NLEOpenGLEffectEngine** engine,
@@ -33,12 +42,8 @@ KELMO_EXPORT int32_t CreateNLEOpenGLEffectEngineInstance(kelmo::NLEOpenGLEffectE
                                                          uint8_t noDevice, int32_t) {
     logCallback = log;
     Tell("%s asked, no device: %d", KELMO_FAKE_NAME, static_cast<int>(noDevice));
-    *engine = new FakeEngine;
-    if (KELMO_FAKE_RESULT != 0) {
-        delete *engine;
-        *engine = nullptr;
-    }
-    return KELMO_FAKE_RESULT;
+    *engine = Refuses() ? nullptr : new FakeEngine;
+    return *engine ? 0 : 1;
 }
 
 #ifndef KELMO_FAKE_NO_DESTROY

@@ -291,15 +291,17 @@ TEST(TextureLoader, ASingleStillLoadsAtOnceInTheBackgroundModeToo) {
     EXPECT_THAT(Values(*Load({folder.Path("one.png")}, true)), ElementsAre(77));
 }
 
-TEST(TextureLoader, ALoaderStopsWhenItsEffectIsGoneAndAtShutdown) {
+TEST(TextureLoader, ALoaderStopsWhenItsEffectIsGoneAndAtTheEnd) {
     const TemporaryFolder folder;
     AcquiredHost host;
     // Hundreds of files that are all missing: each leaves a line while somebody waits for it.
     const std::string sequence = folder.Path("gone[20000].png");
-    const std::weak_ptr<TextureFrames> gone = Load({sequence}, true);
+    const std::weak_ptr<TextureFrames> gone = Load({sequence}, true)->weak_from_this();
     const auto kept = Load({sequence}, true);
-    ASSERT_TRUE(StopTextureLoaders());
+    ASSERT_TRUE(WaitForOrphanedLoaders());
     EXPECT_TRUE(gone.expired());
+    EXPECT_FALSE(kept->Slot(0).IsSettled(kept->FrameCount(0) - 1)) << "its effect lives";
+    ASSERT_TRUE(StopTextureLoaders());
     EXPECT_LT(host.Texts(kLogError).size(), 40000U);
     for (std::size_t i = 0; i < kept->FrameCount(0); ++i) {
         ASSERT_TRUE(kept->Slot(0).IsSettled(i)) << i;
