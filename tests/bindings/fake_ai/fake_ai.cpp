@@ -30,7 +30,12 @@ KELMO_EXPORT void SetNLEAIEffectFilterLogCallback(kelmo::LibraryLogCallback call
 
 KELMO_EXPORT void* CreateNLEAIEffectFilterFromGUID(const char* guid, const char* resources) {
     Tell("create %s %s", guid, resources);
+#ifdef KELMO_FAKE_NO_DELETE
+    static int neverDeleted = 1;
+    return &neverDeleted;
+#else
     return new int(1);
+#endif
 }
 
 #ifndef KELMO_FAKE_NO_DELETE
