@@ -164,6 +164,7 @@ struct Fan {
         cv::Point2f second;
     };
     std::vector<Blade> blades;
+    std::vector<int32_t> corners;       ///< numbers of all corners, sorted
     std::vector<cv::Point2f> openEnds;  ///< corners of one blade alone, but for the neighbours
 };
 
@@ -184,9 +185,9 @@ Fan::Blade BladeOf(const Triangle2f& triangle, const cv::Point2f& point) {
 // Most points end here.
 bool MayHaveGap(const FaceTriangleList& triangles, const FaceContour& contour, size_t index) {
     const size_t count = contour.line.size();
-    const int32_t center = contour.numbers[index];
-    const int32_t next = contour.numbers[(index + 1) % count];
-    const int32_t previous = contour.numbers[(index + count - 1) % count];
+    const int32_t center = contour.NumberAt(index, triangles);
+    const int32_t next = contour.NumberAt((index + 1) % count, triangles);
+    const int32_t previous = contour.NumberAt((index + count - 1) % count, triangles);
     // Corners that occur twice cancel out, so that a fan without open ends leaves its neighbours.
     uint64_t left = Scatter(next) ^ Scatter(previous);
     const uint64_t ofCenter = Scatter(center);
@@ -202,27 +203,26 @@ bool MayHaveGap(const FaceTriangleList& triangles, const FaceContour& contour, s
 void CollectBlades(Fan& fan, const FaceTriangleList& triangles, const FaceContour& contour,
                    size_t index) {
     fan.blades.clear();
-    triangles.ForEachAt(contour.numbers[index], [&](int32_t place) {
+    fan.corners.clear();
+    triangles.ForEachAt(contour.NumberAt(index, triangles), [&](int32_t place) {
         fan.blades.push_back(BladeOf(triangles.At(place), contour.line[index]));
+        const std::array<int32_t, 3>& numbers = triangles.CornersOf(place);
+        fan.corners.insert(fan.corners.end(), numbers.begin(), numbers.end());
     });
+    std::sort(fan.corners.begin(), fan.corners.end());
 }
 
-// How often the corner occurs, from 2 on not exactly.
-int CountInFan(const Fan& fan, const cv::Point2f& corner) {
-    int count = 0;
-    for (const Fan::Blade& blade : fan.blades) {
-        count += (blade.first == corner) + (blade.second == corner);
-        if (count > 1) break;
-    }
-    return count;
+bool IsOnceInFan(const Fan& fan, int32_t corner) {
+    const auto [first, last] = std::equal_range(fan.corners.begin(), fan.corners.end(), corner);
+    return last - first == 1;
 }
 
-void CollectOpenEnds(Fan& fan, const ContourPoint& at) {
+void CollectOpenEnds(Fan& fan, const FaceTriangleList& triangles, const ContourPoint& at) {
     fan.openEnds.clear();
     for (const Fan::Blade& blade : fan.blades) {
         for (const cv::Point2f& corner : {blade.first, blade.second}) {
             if (corner == at.next || corner == at.previous) continue;
-            if (CountInFan(fan, corner) == 1) fan.openEnds.push_back(corner);
+            if (IsOnceInFan(fan, triangles.NumberOf(corner))) fan.openEnds.push_back(corner);
         }
     }
 }
@@ -272,7 +272,9 @@ void RecoverEdges(FaceTriangleList& triangles, const FaceContour& contour) {
     const size_t count = contour.line.size();
     for (size_t i = 0; i < count; ++i) {
         const size_t next = i + 1 == count ? 0 : i + 1;
-        if (triangles.HasEdge(contour.numbers[i], contour.numbers[next])) continue;
+        if (triangles.HasEdge(contour.NumberAt(i, triangles), contour.NumberAt(next, triangles))) {
+            continue;
+        }
         if (contour.line[i] == contour.line[next]) continue;  // a contour of a single point
         RecoverEdge(triangles, contour.line[i], contour.line[next]);
     }
@@ -302,7 +304,7 @@ void RepairVertices(FaceTriangleList& triangles, const FaceContour& contour) {
         if (!MayHaveGap(triangles, contour, i)) continue;
         CollectBlades(fan, triangles, contour, i);
         const ContourPoint at{line[(i + count - 1) % count], line[i], line[(i + 1) % count]};
-        CollectOpenEnds(fan, at);
+        CollectOpenEnds(fan, triangles, at);
         if (fan.openEnds.empty() || IsComplete(fan, at, contour.isOuter)) continue;
         refilled.clear();
         GetDelaunayTriangleList(refilled, GapInFan(fan, at));

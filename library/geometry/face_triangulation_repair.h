@@ -15,14 +15,22 @@ namespace kelmo {
 struct FaceContour {
     FaceContour(const Polyline& points, bool outer);
 
-    /// Looks the points up in a list that has them all; those without a triangle stay without a
-    /// number. Repairs bring no new points, so once is enough.
+    /// Looks the points up in the list of triangles, where a point's number stays what it is.
     void Number(const FaceTriangleList& triangles);
+
+    /// The number of the point at `index`. One that the first triangulation took for another has
+    /// none, until a repair that sees it among fewer points brings it in.
+    int32_t NumberAt(size_t index, const FaceTriangleList& triangles) const {
+        return numbers[index] != DelaunayPoints::kNone ? numbers[index]
+                                                       : triangles.NumberOf(line[index]);
+    }
 
     Polyline line;
     ContourProbe probe;
-    std::vector<int32_t> numbers;  ///< of the points in the list of triangles
     bool isOuter;
+
+private:
+    std::vector<int32_t> numbers;
 };
 
 /// The passes that turn an unconstrained triangulation into that of a face: the same as scans over

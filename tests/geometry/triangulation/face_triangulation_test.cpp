@@ -162,6 +162,14 @@ TEST(Triangulate, agreesWithPlainScansOverTheWholeList) {
     std::vector<Face> faces;
     faces.push_back({Letter(), {}, {}});
     faces.push_back({test::Star(31, 1, 0.2f), {test::Turned(test::Circle(9, 0.1f))}, {}});
+    // Two points so close that the first triangulation takes them for one, and repairs do not.
+    const cv::Point2f close[] = {{0, 0}, {1e-9f, 0}};
+    faces.push_back(
+        {{{0.5f, 0}, {0, -1}, {-0.5f, -0.5f}, close[0], close[1], {-1.5f, 0.5f}, {0.5f, 1}},
+         {},
+         {}});
+    faces.push_back(
+        {{{1.5f, 0}, {0, -1}, close[0], close[1], {-1, -0.5f}, {-1.5f, 0.5f}, {0.5f, 1}}, {}, {}});
     std::mt19937 random(5);
     std::uniform_real_distribution<float> range(-1, 1);
     for (int shape = 0; shape < 30; ++shape) {
