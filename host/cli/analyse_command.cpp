@@ -2,7 +2,6 @@
 #include <CLI/CLI.hpp>
 
 #include <filesystem>
-#include <fstream>
 
 #include <fmt/format.h>
 
@@ -11,10 +10,12 @@
 #include "host/cli/effect_json.h"
 #include "host/cli/interrupt.h"
 #include "host/cli/option_parsing.h"
+#include "host/cli/output_check.h"
 #include "host/cli/progress.h"
 #include "host/cli/render_plan.h"
 #include "host/media/frame_drain.h"
 #include "host/media/media_writer.h"
+#include "host/media/part_file.h"
 #include "host/people/ai_library.h"
 #include "host/people/people_track.h"
 #include "host/session/host_error.h"
@@ -33,15 +34,6 @@ struct AnalyseRequest {
     bool overwrite = false;
     bool json = false;
 };
-
-/// Where lines of the library go: it takes a plain function.
-Console* libraryConsole = nullptr;
-
-void PassLineOn(int32_t level, const char* format, va_list arguments) {
-    char text[2048];
-    std::vsnprintf(text, sizeof text, format, arguments);
-    if (libraryConsole != nullptr) libraryConsole->PluginLine(level, text);
-}
 
 /// Coverage as a white shape on black, which every file can hold.
 void MakeOpaque(Picture& mask) {
@@ -76,14 +68,15 @@ using FaceGatherer = Gatherer<AIDATA::HumanFaceInfoMultiDatas, AIDATA::HumanFace
 class Analysis {
 public:
     Analysis(CommandLine& commandLine, const AnalyseRequest& analyseRequest)
-        : line(commandLine), request(analyseRequest), clip(request.input) {}
+        : line(commandLine),
+          request(analyseRequest),
+          rate(RateOption("--fps", request.rate)),
+          clip(request.input, SequenceAt(rate)) {}
 
     int Run() {
-        RefuseOverwriting();
+        CheckOutputs(Outputs(), {request.input}, request.overwrite);
         MakePlan();
-        const Installation where = line.Where();
-        libraryConsole = &line.console;
-        library = LoadLibrary(where);
+        library = LoadLibrary();
         if (!request.mask.empty()) maskFilter = library->Make(kAiMaskFilter);
         if (!request.faces.empty()) {
             faces = std::make_unique<FaceGatherer>(*library, kAiFaceFilter);
@@ -91,6 +84,7 @@ public:
         if (!request.poses.empty()) {
             bodies = std::make_unique<BodyGatherer>(*library, kAiBodyFilter);
         }
+        CatchInterrupts();
         if (maskFilter) OpenMask();
         Look();
         return Finish();
@@ -102,38 +96,29 @@ private:
         for (const std::string* output : {&request.mask, &request.faces, &request.poses}) {
             if (!output->empty()) outputs.push_back(*output);
         }
-        return outputs;
-    }
-
-    void RefuseOverwriting() const {
-        const std::vector<std::string> outputs = Outputs();
         if (outputs.empty()) {
             throw UsageError("say what to write: --mask FILE, --faces FILE or --poses FILE");
         }
-        for (const std::string& output : outputs) {
-            std::error_code ignored;
-            if (std::filesystem::equivalent(request.input, output, ignored)) {
-                throw UsageError(fmt::format("{} is input and output", output));
-            }
-            if (!request.overwrite && std::filesystem::exists(output, ignored)) {
-                throw HostError(fmt::format("{} exists; overwrite it with -y", output));
-            }
-        }
+        return outputs;
     }
 
     void MakePlan() {
         TimingWishes timing;
-        timing.rate = RateOption("--fps", request.rate);
+        timing.rate = rate;
         timing.duration = MomentOption("--duration", request.duration);
         if (clip.Info().still) timing.maxFrames = 1;
         plan = PlanRender(timing, {clip.Facts()});
         for (const std::string& warning : plan.warnings) line.console.Warning(warning);
     }
 
-    static std::unique_ptr<AiLibrary> LoadLibrary(const Installation& where) {
+    std::unique_ptr<AiLibrary> LoadLibrary() const {
+        const Installation where = line.Where();
         try {
-            return std::make_unique<AiLibrary>(where.plugins.string(), where.resources.string(),
-                                               PassLineOn);
+            return std::make_unique<AiLibrary>(
+                where.plugins.string(), where.resources.string(),
+                [&console = line.console](int32_t level, std::string_view text) {
+                    console.PluginLine(level, text);
+                });
         } catch (const HostError& error) {
             throw HostError(fmt::format(
                 "{}; nothing can be analysed without the AI library: `kelmo doctor` says more",
@@ -150,12 +135,13 @@ private:
     }
 
     void Look() {
-        CatchInterrupts();
         Progress progress(line.console, "frames", plan.end);
         clip.Begin(plan, plan.clips[0], 0);
         FrameDrain drain([this](const Picture& picture) { writer->WriteFrame(picture); });
         Picture mask;
-        for (; seen < plan.end && !Interrupted(); ++seen) {
+        for (; seen < plan.end; ++seen) {
+            cut = Interrupted();
+            if (cut) break;
             const Picture& picture = clip.Next();
             const double seconds = plan.rate.TimeOf(seen);
             if (faces) {
@@ -182,23 +168,25 @@ private:
     }
 
     static void WriteText(const std::string& path, const std::string& text) {
-        std::ofstream stream(path, std::ios::binary);
-        stream << text;
-        stream.close();
-        if (!stream) throw HostError(fmt::format("cannot write {}", path));
+        PartFile file(path);
+        file.Write(text.data(), text.size());
+        file.Commit();
     }
 
     int Finish() {
         clip.ReportWarnings(line.console);
         if (seen == 0) {
             if (writer) writer->Abort();
-            return Interrupted() ? kExitInterrupted : kExitFailed;
+            return cut ? kExitInterrupted : kExitFailed;
         }
-        if (writer) writer->Finish();
+        if (writer) {
+            writer->Finish();
+            for (const std::string& warning : writer->Warnings()) line.console.Warning(warning);
+        }
         if (faces) WriteTrack(*faces, request.faces);
         if (bodies) WriteTrack(*bodies, request.poses);
         Report();
-        return Interrupted() ? kExitInterrupted : kExitOk;
+        return cut ? kExitInterrupted : kExitOk;
     }
 
     void Report() {
@@ -210,19 +198,20 @@ private:
                 {"height", plan.height}};
             if (faces) report["mostFaces"] = faces->most;
             if (bodies) report["mostBodies"] = bodies->most;
-            report["interrupted"] = Interrupted();
+            report["interrupted"] = cut;
             PrintJson(report);
             return;
         }
         std::string found;
         if (faces) found += fmt::format("; {} face(s) at once at most", faces->most);
         if (bodies) found += fmt::format("; {} bodies at once at most", bodies->most);
-        line.console.Note(fmt::format("{}{} frame(s) analysed{}",
-                                      Interrupted() ? "interrupted; " : "", seen, found));
+        line.console.Note(
+            fmt::format("{}{} frame(s) analysed{}", cut ? "interrupted; " : "", seen, found));
     }
 
     CommandLine& line;
     const AnalyseRequest& request;
+    std::optional<FrameRate> rate;
     ClipReader clip;
     RenderPlan plan;
     std::unique_ptr<AiLibrary> library;
@@ -231,6 +220,7 @@ private:
     std::unique_ptr<BodyGatherer> bodies;
     std::unique_ptr<MediaWriter> writer;
     int64_t seen = 0;
+    bool cut = false;  ///< an interrupt came before the last frame
 };
 
 }  // namespace

@@ -3,6 +3,12 @@
 
 namespace kelmo::host {
 
+ReaderOptions SequenceAt(std::optional<FrameRate> rate) {
+    ReaderOptions options;
+    if (rate) options.sequenceRate = *rate;
+    return options;
+}
+
 ClipReader::ClipReader(const std::string& file, const ReaderOptions& options)
     : path(file), reader(MediaReader::Open(file, options)) {}
 
@@ -11,6 +17,12 @@ ClipReader::~ClipReader() = default;
 ClipFacts ClipReader::Facts() const {
     const MediaInfo& info = reader->Info();
     return {path, info.width, info.height, info.frameRate, info.duration, info.still};
+}
+
+Picture ClipReader::First() {
+    Picture picture;
+    reader->ReadFrameAt(0, picture);
+    return picture;
 }
 
 void ClipReader::Begin(const RenderPlan& plan, const ClipPlace& place, int64_t from) {
@@ -23,7 +35,10 @@ void ClipReader::Begin(const RenderPlan& plan, const ClipPlace& place, int64_t f
     const int64_t skipped = std::max<int64_t>(0, from - place.firstFrame);
     const auto produce = [source = reader.get(), rate = plan.rate, start = place.start, skipped](
                              int64_t index, Picture& picture) {
-        return source->ReadFrameAt(start + rate.TimeOf(skipped + index), picture);
+        // A frame that cannot be converted is transparent, and a warning; the next ones may be
+        // well.
+        source->ReadFrameAt(start + rate.TimeOf(skipped + index), picture);
+        return true;
     };
     ahead = std::make_unique<FramePrefetcher>(produce, place.frames - skipped);
     current.Resize(plan.width, plan.height);

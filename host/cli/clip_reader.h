@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "host/cli/console.h"
@@ -10,6 +11,9 @@
 #include "host/media/media_reader.h"
 
 namespace kelmo::host {
+
+/// Numbered pictures, which know no rate, at this one; 25 a second when there is none.
+ReaderOptions SequenceAt(std::optional<FrameRate> rate);
 
 /// The pictures of one input along the timeline, read ahead on a thread of their own.
 ///
@@ -22,6 +26,8 @@ public:
     const MediaInfo& Info() const { return reader->Info(); }
     ClipFacts Facts() const;
 
+    /// The first picture in its own size; before Begin.
+    Picture First();
     /// Prepares the frames of `place` at the plan's size and rate, from timeline frame `from` on.
     void Begin(const RenderPlan& plan, const ClipPlace& place, int64_t from);
     /// The next frame of the place; valid until the call after. Past the end the last one stays.

@@ -2,7 +2,6 @@
 #include "host/cli/render_job.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 
 #include <fmt/format.h>
@@ -11,9 +10,11 @@
 #include "host/cli/effect_json.h"
 #include "host/cli/interrupt.h"
 #include "host/cli/mask_reader.h"
+#include "host/cli/output_check.h"
 #include "host/cli/plugin_runtime.h"
 #include "host/cli/progress.h"
 #include "host/cli/timeline_sound.h"
+#include "host/media/file_names.h"
 #include "host/media/frame_drain.h"
 #include "host/media/media_writer.h"
 #include "host/people/clip_people.h"
@@ -23,18 +24,6 @@
 namespace kelmo::host {
 
 namespace {
-
-void RefuseOverwriting(const RenderRequest& request) {
-    std::error_code ignored;
-    if (request.output == "-") return;
-    for (const std::string& input : request.inputs) {
-        if (std::filesystem::equivalent(input, request.output, ignored)) {
-            throw UsageError(fmt::format("{} is input and output; choose another -o", input));
-        }
-    }
-    if (request.overwrite || !std::filesystem::exists(request.output, ignored)) return;
-    throw HostError(fmt::format("{} exists; overwrite it with -y", request.output));
-}
 
 /// The effects that were asked for, looked up, with their parameters read.
 std::vector<ChainLink> LookUp(const Catalogue& catalogue, const std::vector<EffectWish>& wishes) {
@@ -69,6 +58,7 @@ WriterOptions OptionsOf(const RenderRequest& request, const RenderPlan& plan, bo
     options.preset = request.preset;
     options.crf = request.crf;
     options.reproducible = request.reproducible;
+    options.flatten = request.alpha == AlphaWish::kDrop;
     options.keepAlpha =
         request.alpha == AlphaWish::kKeep || (request.alpha == AlphaWish::kAutomatic && inputAlpha);
     if (!sound) return options;
@@ -99,13 +89,16 @@ public:
         OpenInputs(links);
         MakePlan(links);
         OpenPeople();
-        RefuseOverwriting(request);
+        std::vector<std::string> read = request.inputs;
+        read.insert(read.end(), {request.mask, request.pose});
+        CheckOutputs({request.output}, read, request.overwrite);
         PlaceLinks(plan, links);
         EffectChain chain(runtime.Plugin(), runtime.Services(), std::move(links), plan.width,
                           plan.height, plan.rate, request.onGpu);
         if (request.text.Given()) {
             text = std::make_unique<TextLayer>(request.text, plan.width, plan.height, line.console);
         }
+        CatchInterrupts();
         OpenOutput();
         Draw(chain);
         return Finish();
@@ -126,7 +119,7 @@ private:
             throw UsageError("there is no input; give -i FILE, or --text for a text alone");
         }
         for (const std::string& input : request.inputs) {
-            clips.push_back(std::make_unique<ClipReader>(input));
+            clips.push_back(std::make_unique<ClipReader>(input, SequenceAt(request.timing.rate)));
         }
     }
 
@@ -148,10 +141,16 @@ private:
 
     /// Effects that need body points get them; masks they ask the AI library for by themselves.
     void OpenPeople() {
-        if (!request.mask.empty()) mask = std::make_unique<MaskReader>(request.mask, plan.rate);
+        if (!request.mask.empty()) {
+            mask = std::make_unique<MaskReader>(request.mask, clips[0]->Info().frameRate);
+        }
         std::unique_ptr<BodySource> bodies;
         if (!request.pose.empty()) {
-            bodies = std::make_unique<RecordedBodies>(ReadBodyTrackFile(request.pose));
+            const MediaInfo& clip = clips[0]->Info();
+            BodyTrack recorded = ReadBodyTrackFile(request.pose);
+            PlaceInFrame(recorded, FittedInto(plan.width, plan.height, clip.width, clip.height),
+                         plan.width, plan.height);
+            bodies = std::make_unique<RecordedBodies>(std::move(recorded));
         } else {
             const Installation& where = line.Where();
             bodies = std::make_unique<SeenBodies>(
@@ -166,13 +165,23 @@ private:
             clips.empty() || std::any_of(clips.begin(), clips.end(),
                                          [](const auto& c) { return c->Info().hasAlpha; });
         effectSound = std::make_unique<TimelineSound>(plan, request.inputs);
-        const bool wanted = request.withAudio && !request.timing.singlePicture &&
-                            request.output.find('%') == std::string::npos;
+        TellUnheard();
+        const bool wanted = request.withAudio && !HasPictureEnding(request.output);
         const bool sound = wanted && effectSound->Present();
         writer = MediaWriter::Open(request.output, OptionsOf(request, plan, inputAlpha, sound));
         if (sound && plan.clips.size() > 1) {
             // The writer's thread reads the sound once more, for itself.
             writtenSound = std::make_unique<TimelineSound>(plan, request.inputs);
+        }
+    }
+
+    void TellUnheard() {
+        for (size_t i = 0; i < clips.size(); ++i) {
+            if (!clips[i]->Info().hasAudio || CanBeReadAgain(request.inputs[i])) continue;
+            line.console.Warning(
+                fmt::format("the sound of {} is left out, since only its pictures can be read; "
+                            "give a file to keep it",
+                            request.inputs[i]));
         }
     }
 
@@ -186,7 +195,6 @@ private:
     }
 
     void Draw(EffectChain& chain) {
-        CatchInterrupts();
         nextWritten = plan.writeFrom;
         FrameDrain drain([this](const Picture& picture) { Write(picture); });
         Progress progress(line.console, "frames", plan.end - plan.drawFrom);
@@ -195,7 +203,9 @@ private:
         }
         if (mask) mask->Begin(plan, plan.clips[0], plan.drawFrom);
         Picture output;
-        for (int64_t frame = plan.drawFrom; frame < plan.end && !Interrupted(); ++frame) {
+        for (int64_t frame = plan.drawFrom; frame < plan.end; ++frame) {
+            cut = Interrupted();
+            if (cut) break;
             DrawFrame(chain, frame, output);
             if (frame >= plan.writeFrom) drain.Put(output);
             progress.Update(frame + 1 - plan.drawFrom);
@@ -213,7 +223,9 @@ private:
             if (plan.clips[i].Covers(frame)) shown[count++] = &clips[i]->Next();
         }
         if (shown[0] != nullptr) {
-            const double seconds = plan.clips[0].start + plan.rate.TimeOf(frame);
+            // What is known of a picture holds as long as it is shown.
+            const bool still = clips[0]->Info().still;
+            const double seconds = still ? 0 : plan.clips[0].start + plan.rate.TimeOf(frame);
             people->BeginFrame(seconds, *shown[0], mask ? &mask->Next() : nullptr);
             extras.ai = people.get();
         }
@@ -230,15 +242,16 @@ private:
         const int64_t written = writer->FramesWritten();
         for (const auto& clip : clips) clip->ReportWarnings(line.console);
         if (mask) mask->ReportWarnings(line.console);
+        for (const std::string& warning : effectSound->Warnings()) line.console.Warning(warning);
         if (written == 0) {
             writer->Abort();
-            if (Interrupted()) return kExitInterrupted;
+            if (cut) return kExitInterrupted;
             throw UsageError("there is no frame to write; look at --frames and --duration");
         }
         writer->Finish();
         for (const std::string& warning : writer->Warnings()) line.console.Warning(warning);
         Report(written);
-        return Interrupted() ? kExitInterrupted : kExitOk;
+        return cut ? kExitInterrupted : kExitOk;
     }
 
     void Report(int64_t written) {
@@ -254,13 +267,13 @@ private:
                        {"audioCodec", writer->AudioCodec()},
                        {"seconds", seconds},
                        {"framesPerSecond", speed},
-                       {"interrupted", Interrupted()}});
+                       {"interrupted", cut}});
             return;
         }
         line.console.Note(fmt::format(
             "{}{}: {} frame{}, {}x{}, {:g} a second, {}{}{}; {:.1f} frames "
             "drawn a second",
-            Interrupted() ? "interrupted; " : "", request.output, written, written == 1 ? "" : "s",
+            cut ? "interrupted; " : "", request.output, written, written == 1 ? "" : "s",
             plan.width, plan.height, plan.rate.PerSecond(), writer->VideoCodec(),
             writer->AudioCodec().empty() ? "" : " with sound ", writer->AudioCodec(), speed));
     }
@@ -278,6 +291,7 @@ private:
     std::unique_ptr<MediaWriter> writer;
     int64_t nextWritten = 0;
     double seconds = 0;
+    bool cut = false;  ///< an interrupt came before the last frame
 };
 
 }  // namespace

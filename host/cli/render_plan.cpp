@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "host/media/file_names.h"
 #include "host/session/host_error.h"
 
 namespace kelmo::host {
@@ -144,13 +145,20 @@ RenderPlan PlanRender(const TimingWishes& wishes, const std::vector<ClipFacts>& 
     return plan;
 }
 
-bool IsPicturePath(const std::string& path) {
-    if (path.find('%') != std::string::npos) return false;
+bool HasPictureEnding(const std::string& path) {
     const std::string ending = LowerCase(std::filesystem::path(path).extension().string());
     for (const char* known : {".png", ".jpg", ".jpeg", ".webp", ".bmp", ".tif", ".tiff"}) {
         if (ending == known) return true;
     }
     return false;
+}
+
+bool IsPicturePath(const std::string& path) {
+    return HasPictureEnding(path) && !IsNumberPattern(path);
+}
+
+bool IsNumberedPictures(const std::string& path) {
+    return HasPictureEnding(path) && IsNumberPattern(path);
 }
 
 }  // namespace kelmo::host

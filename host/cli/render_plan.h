@@ -73,7 +73,9 @@ struct RenderPlan {
 /// Throws UsageError for wishes that cannot be met.
 RenderPlan PlanRender(const TimingWishes& wishes, const std::vector<ClipFacts>& clips);
 
-/// Whether a path names one picture file (not numbered ones).
+/// Whether a path names a picture file or numbered ones; whether one; whether numbered ones.
+bool HasPictureEnding(const std::string& path);
 bool IsPicturePath(const std::string& path);
+bool IsNumberedPictures(const std::string& path);
 
 }  // namespace kelmo::host

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "host/media/file_names.h"
+
 namespace kelmo::host {
 
 FadeGains CrossFade(double fraction) {
@@ -15,8 +17,7 @@ FadeGains CrossFade(double fraction) {
 TimelineSound::TimelineSound(const RenderPlan& renderPlan, const std::vector<std::string>& paths)
     : plan(renderPlan) {
     for (const std::string& path : paths) {
-        // Standard input is read once, and that is for the pictures.
-        auto reader = path == "-" ? nullptr : AudioReader::Open(path, kSoundRate);
+        auto reader = CanBeReadAgain(path) ? AudioReader::Open(path, kSoundRate) : nullptr;
         if (reader && !reader->Info().present) reader.reset();
         readers.push_back(std::move(reader));
     }
@@ -34,6 +35,14 @@ std::span<int16_t> TimelineSound::Frame(int64_t frame) {
         if (readers[i] && plan.clips[i].Covers(frame)) Mix(i, first, count);
     }
     return mixed;
+}
+
+std::vector<std::string> TimelineSound::Warnings() const {
+    std::vector<std::string> all;
+    for (const auto& reader : readers) {
+        if (reader) all.insert(all.end(), reader->Warnings().begin(), reader->Warnings().end());
+    }
+    return all;
 }
 
 double TimelineSound::GainAt(size_t clip, int64_t sample) const {

@@ -27,6 +27,7 @@ FadeGains CrossFade(double fraction);
 /// Thread rule: one object, one thread. Throws MediaError.
 class TimelineSound {
 public:
+    /// Inputs that can be read but once are silent: that is for their pictures.
     TimelineSound(const RenderPlan& plan, const std::vector<std::string>& paths);
 
     /// Whether any clip has sound.
@@ -35,6 +36,9 @@ public:
     /// The samples of a frame, exactly as many as belong to it at kSoundRate; valid until the next
     /// call.
     std::span<int16_t> Frame(int64_t frame);
+
+    /// What went wrong without stopping the work.
+    std::vector<std::string> Warnings() const;
 
 private:
     void Mix(size_t clip, int64_t firstSample, int count);

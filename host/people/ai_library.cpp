@@ -2,6 +2,9 @@
 #include "host/people/ai_library.h"
 
 #include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <mutex>
 #include <utility>
 
 #include <fmt/format.h>
@@ -21,9 +24,36 @@ Function Required(const DynamicLibrary& library, const std::string& file, const 
     return function;
 }
 
+/// Where lines of the library go, which takes a plain function. Networks load in the background:
+/// their threads may have something to say when nobody listens any more, even while the process
+/// ends, so that this is never destroyed.
+struct Receiver {
+    std::mutex mutex;
+    LogSink sink;
+
+    static Receiver& Get() {
+        static Receiver& receiver = *new Receiver;
+        return receiver;
+    }
+};
+
+void ListenTo(LogSink sink) {
+    Receiver& receiver = Receiver::Get();
+    const std::lock_guard<std::mutex> lock(receiver.mutex);
+    receiver.sink = std::move(sink);
+}
+
+void PassLineOn(int32_t level, const char* format, va_list arguments) {
+    char text[2048];
+    std::vsnprintf(text, sizeof text, format, arguments);
+    Receiver& receiver = Receiver::Get();
+    const std::lock_guard<std::mutex> lock(receiver.mutex);
+    if (receiver.sink) receiver.sink(level, text);
+}
+
 }  // namespace
 
-AiLibrary::AiLibrary(const std::string& folder, std::string resourceFolder, LibraryLogCallback log)
+AiLibrary::AiLibrary(const std::string& folder, std::string resourceFolder, LogSink log)
     : library(DynamicLibrary::Load(folder + kFileName)), resources(std::move(resourceFolder)) {
     const std::string file = folder + kFileName;
     create = Required<CreateNLEAIEffectFilterFromGUIDFn>(library, file,
@@ -31,10 +61,19 @@ AiLibrary::AiLibrary(const std::string& folder, std::string resourceFolder, Libr
     transform = Required<NLEEffectFilterTransformFn>(library, file, "NLEEffectFilterTransform");
     result = Required<NLEEffectFilterGetAIResDataFn>(library, file, "NLEEffectFilterGetAIResData");
     destroy = library.FindFunction<DeleteNLEAIEffectFilterFn>("DeleteNLEAIEffectFilter");
-    const auto setLog =
-        library.FindFunction<SetNLEAIEffectFilterLogCallbackFn>("SetNLEAIEffectFilterLogCallback");
-    if (log != nullptr && setLog != nullptr) setLog(log);
     library.KeepLoaded();
+    if (!log) return;
+    setLog =
+        library.FindFunction<SetNLEAIEffectFilterLogCallbackFn>("SetNLEAIEffectFilterLogCallback");
+    if (setLog == nullptr) return;
+    ListenTo(std::move(log));
+    setLog(PassLineOn);
+}
+
+AiLibrary::~AiLibrary() {
+    if (setLog == nullptr) return;
+    setLog(nullptr);
+    ListenTo({});
 }
 
 std::unique_ptr<AiLibrary::Filter> AiLibrary::Make(const char* guid) const {

@@ -7,6 +7,7 @@
 #include "contract/ai_filter.h"
 #include "host/media/picture.h"
 #include "host/session/dynamic_library.h"
+#include "host/session/host_services.h"
 
 namespace kelmo::host {
 
@@ -48,9 +49,13 @@ public:
     };
 
     /// `folder` holds the library, `resources` is the resource folder that its filters are told.
-    /// Lines of the library go to `log` when it is given: there is one receiver in a process, and a
-    /// started plug-in is it. Throws HostError that says what is missing.
-    AiLibrary(const std::string& folder, std::string resources, LibraryLogCallback log = nullptr);
+    /// Lines of the library go to `log` when it is given, from any thread and one at a time, and
+    /// nowhere from this object's end on: there is one receiver in a process, and a started plug-in
+    /// is it. Throws HostError that says what is missing.
+    AiLibrary(const std::string& folder, std::string resources, LogSink log = {});
+    ~AiLibrary();
+    AiLibrary(const AiLibrary&) = delete;
+    AiLibrary& operator=(const AiLibrary&) = delete;
 
     /// Throws HostError when the library does not make it, with the advice of `kelmo doctor`.
     std::unique_ptr<Filter> Make(const char* guid) const;
@@ -62,6 +67,7 @@ private:
     DeleteNLEAIEffectFilterFn destroy = nullptr;
     NLEEffectFilterTransformFn transform = nullptr;
     NLEEffectFilterGetAIResDataFn result = nullptr;
+    SetNLEAIEffectFilterLogCallbackFn setLog = nullptr;  // null: lines are another's
 };
 
 }  // namespace kelmo::host

@@ -36,6 +36,8 @@ void SeenBodies::Load() {
 }
 
 const std::vector<AIDATA::HumanPose>* SeenBodies::Bodies(double, const Picture& picture) {
+    // An effect asks in the midst of its frame; what the library says then is no fault of its own.
+    const HostServices::OwnWork work;
     if (!tried) Load();
     if (!filter) return nullptr;
     seen = filter->Analyse<AIDATA::HumanPoseDatas>(picture);

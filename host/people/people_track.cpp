@@ -172,6 +172,22 @@ private:
 
 }  // namespace
 
+void PlaceInFrame(BodyTrack& track, const Rectangle& part, int frameWidth, int frameHeight) {
+    const auto placed = [](float fraction, int from, int length, int whole) {
+        return (static_cast<float>(from) + fraction * static_cast<float>(length)) /
+               static_cast<float>(whole);
+    };
+    for (auto& frame : track.frames) {
+        for (AIDATA::HumanPose& body : frame.people) {
+            for (auto& [x, y] : body.points) {
+                if (x < 0 || y < 0) continue;
+                x = placed(x, part.left, part.width, frameWidth);
+                y = placed(y, part.top, part.height, frameHeight);
+            }
+        }
+    }
+}
+
 std::string ToJson(const BodyTrack& track) {
     return Document(track, "bodies");
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "contract/ai_filter.h"
+#include "host/media/fit.h"
 #include "host/media/frame_rate.h"
 
 namespace kelmo::host {
@@ -28,6 +29,10 @@ struct PeopleTrack {
 
 using BodyTrack = PeopleTrack<AIDATA::HumanPose>;
 using FaceTrack = PeopleTrack<AIDATA::HumanFaceInfo>;
+
+/// A clip that is fitted into a frame of another shape takes a part of it (pixels): turns fractions
+/// of the clip into fractions of such a frame. Missing points stay so.
+void PlaceInFrame(BodyTrack& track, const Rectangle& part, int frameWidth, int frameHeight);
 
 /// As JSON, a line for each frame: `{"schema": 1, "clip", "frameRate": [n, d], "frames": [{"frame",
 /// "time", "bodies": [{"tag", "points": {"nose": [x, y], ...}}]}]}`. A point that was not found is

@@ -103,6 +103,14 @@ TEST(RecordedBodies, AreThoseOfTheFrameThatIsShown) {
     }
 }
 
+TEST(BodyTrack, FollowsItsClipIntoAFrameOfAnotherShape) {
+    BodyTrack track = Track();
+    PlaceInFrame(track, FittedInto(64, 96, 640, 480), 64, 96);
+    const auto& points = track.frames[0].people[1].points;
+    EXPECT_THAT(points[1], Pair(0.125F, (24 + 0.25F * 48) / 96));
+    EXPECT_THAT(points[0], Pair(-1.0F, -1.0F)) << "missing as before";
+}
+
 /// Counts how often it is asked; knows nothing of odd seconds.
 class CountedBodies : public BodySource {
 public:
