@@ -68,7 +68,7 @@ std::vector<double> Measure(EffectChain& chain, PixelSize size, int64_t frames, 
 }
 
 int Bench(CommandLine& line, const BenchOptions& options) {
-    const PixelSize size = *SizeOption("--size", options.size);
+    const PixelSize size = RequiredSize("--size", options.size);
     PluginRuntime runtime(line.Where(), line.console, options.onGpu);
     ChainLink link;
     link.effect = &runtime.Effects().Find(options.effect);
@@ -84,6 +84,7 @@ int Bench(CommandLine& line, const BenchOptions& options) {
     CatchInterrupts();
     std::vector<double> times =
         Measure(chain, size, options.frames, effect.Type() == EffectType::kTransition);
+    const bool cut = static_cast<int64_t>(times.size()) < options.frames;
     if (times.empty()) return kExitInterrupted;
     double sum = 0;
     for (const double time : times) sum += time;
@@ -106,7 +107,7 @@ int Bench(CommandLine& line, const BenchOptions& options) {
             effect.name, perSecond, size.width, size.height, options.onGpu ? " on the GPU" : "",
             median, slow);
     }
-    return Interrupted() ? kExitInterrupted : kExitOk;
+    return cut ? kExitInterrupted : kExitOk;
 }
 
 }  // namespace

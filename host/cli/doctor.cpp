@@ -4,13 +4,14 @@
 #include <cstdarg>
 #include <cstdio>
 #include <filesystem>
-#include <functional>
+#include <mutex>
 
 #include <fmt/format.h>
 
 #include "contract/engine.h"
 #include "host/cli/plugin_runtime.h"
 #include "host/media/codecs.h"
+#include "host/people/ai_library.h"
 #include "host/session/dynamic_library.h"
 #include "host/session/host_error.h"
 
@@ -21,7 +22,6 @@ namespace {
 constexpr const char* kOwnContextEngine = "TZOpenGLEffectMgr-mesa";
 constexpr const char* kHostContextEngine = "TZOpenGLEffectMgr";
 constexpr const char* kInstallAdvice = "install the project completely, or name --plugins DIR";
-constexpr const char* kCreateAiFilter = "CreateNLEAIEffectFilterFromGUID";
 
 /// The last error line of an engine that is being tried.
 std::string engineError;
@@ -109,34 +109,69 @@ Finding ExamineOpenGl(std::unique_ptr<GlDevice>& device) {
     }
 }
 
-Finding ExamineAi(const Installation& where) {
-    const std::string file = (where.plugins / "qorAiFilterPlugin.qor").string();
-    const char* advice =
-        "effects that need a mask or body points find none; the others are not affected";
+/// The last error line of the AI library, which may come from a thread that loads a network.
+class LastReason {
+public:
+    void Keep(int32_t level, std::string_view text) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (level >= kLogError) line = text;
+    }
+    std::string Line() const {
+        const std::lock_guard<std::mutex> lock(mutex);
+        return line;
+    }
+
+private:
+    mutable std::mutex mutex;
+    std::string line;
+};
+
+/// Whether a filter is made and takes a picture.
+bool Works(const AiLibrary& library, const char* guid) {
+    Picture picture;
+    picture.Resize(64, 64);
     try {
-        const DynamicLibrary library = DynamicLibrary::Load(file);
-        if (library.Find(kCreateAiFilter) == nullptr) {
-            throw HostError(fmt::format("{} has no export {}", file, kCreateAiFilter));
-        }
-        return {"AI library", Health::kGood, file, ""};
-    } catch (const std::exception& error) {
-        return {"AI library", Health::kReduced, error.what(), advice};
+        const auto filter = library.Make(guid);
+        Picture mask;
+        if (std::string_view(guid) == kAiMaskFilter) return filter->Mask(picture, mask);
+        return filter->Analyse<AIDATA::BaseAIDATA>(picture) != nullptr;
+    } catch (const HostError&) {
+        return false;  // the library has said why
     }
 }
 
-/// The networks that our AI library looks for; another library may bring its own and need none.
-Finding ExamineModels(const Installation& where) {
-    const std::filesystem::path folder = where.resources / "qor_effect" / "models";
-    std::error_code error;
-    int networks = 0;
-    for (const auto& file : std::filesystem::directory_iterator(folder, error)) {
-        networks += file.path().extension() == ".tflite";
+/// What the library needs besides itself: ours the runtime and the networks of qor_effect/models.
+Finding ExamineModels(const AiLibrary& library, const LastReason& reason) {
+    std::vector<std::string> found;
+    std::vector<std::string> missing;
+    for (const auto& [what, guid] :
+         {std::pair("masks", kAiMaskFilter), {"faces", kAiFaceFilter}, {"bodies", kAiBodyFilter}}) {
+        (Works(library, guid) ? found : missing).emplace_back(what);
     }
-    if (networks > 0) {
-        return {"AI models", Health::kGood, fmt::format("{} ({})", folder.string(), networks), ""};
+    if (missing.empty()) {
+        return {"AI models", Health::kGood, fmt::format("{}", fmt::join(found, ", ")), ""};
     }
-    return {"AI models", Health::kReduced, folder.string() + " has none: nobody is found",
+    return {"AI models", Health::kReduced,
+            fmt::format("no {}: {}", fmt::join(missing, ", "), reason.Line()),
             "get them with scripts/fetch-models"};
+}
+
+void ExamineAi(const Installation& where, std::vector<Finding>& findings) {
+    LastReason reason;
+    try {
+        const AiLibrary library(
+            where.plugins.string(), where.resources.string(),
+            [&reason](int32_t level, std::string_view text) { reason.Keep(level, text); });
+        findings.push_back({"AI library", Health::kGood,
+                            (where.plugins / "qorAiFilterPlugin.qor").string(), ""});
+        findings.push_back(ExamineModels(library, reason));
+    } catch (const std::exception& error) {
+        findings.push_back(
+            {"AI library", Health::kReduced, error.what(),
+             "effects that need a mask or body points find none; the others are not affected"});
+        findings.push_back({"AI models", Health::kReduced, "of no use without the AI library",
+                            "get the library first, then run `kelmo doctor` again"});
+    }
 }
 
 void ExamineCodecs(std::vector<Finding>& findings) {
@@ -179,8 +214,7 @@ std::vector<Finding> Examine(const Installation& where) {
     findings.push_back(ExamineOpenGl(device));
     // This engine works in the host's context, which is current now.
     findings.push_back(ExamineEngine(where, kHostContextEngine, false));
-    findings.push_back(ExamineAi(where));
-    findings.push_back(ExamineModels(where));
+    ExamineAi(where, findings);
     ExamineCodecs(findings);
     return findings;
 }

@@ -11,6 +11,7 @@
 #include "host/cli/effect_json.h"
 #include "host/cli/interrupt.h"
 #include "host/cli/option_parsing.h"
+#include "host/cli/output_check.h"
 #include "host/cli/plugin_runtime.h"
 #include "host/cli/progress.h"
 #include "host/cli/render_plan.h"
@@ -42,6 +43,7 @@ struct GalleryOptions {
     std::string search;
     int columns = 0;
     bool each = false;
+    bool overwrite = false;
     bool onGpu = false;
     bool json = false;
 };
@@ -86,7 +88,7 @@ double Difference(const Picture& a, const Picture& b) {
     return static_cast<double>(sum) / static_cast<double>(std::max<size_t>(a.pixels.size(), 1));
 }
 
-/// A name that is a file name everywhere.
+/// A name that is a file name everywhere, and no other effect's.
 std::string FileName(const EffectDescription& effect) {
     std::string name;
     for (const char c : effect.name) {
@@ -94,7 +96,7 @@ std::string FileName(const EffectDescription& effect) {
                            (c >= '0' && c <= '9') || c == '-' || c == '_';
         name += plain ? c : '_';
     }
-    return name + "_" + effect.guid.substr(0, 8) + ".png";
+    return name + "_" + effect.guid + ".png";
 }
 
 void WritePicture(const std::string& path, const Picture& picture) {
@@ -125,6 +127,7 @@ public:
                                 : ContactSheet::GoodColumns(static_cast<int>(chosen.size()),
                                                             size.width, size.height);
         ContactSheet sheet(static_cast<int>(chosen.size()), columns, size.width, size.height);
+        NameFiles();
         MakeFolder();
         CatchInterrupts();
         {
@@ -141,8 +144,8 @@ public:
 
 private:
     void ReadInputs() {
-        size = *SizeOption("--tile", options.tile);
-        std::vector<std::string> inputs = options.inputs;
+        size = RequiredSize("--tile", options.tile);
+        inputs = options.inputs;
         if (inputs.empty()) inputs = SamplePictures(line.Where());
         if (inputs.empty()) {
             throw UsageError("say which picture the effects are shown on: -i PICTURE");
@@ -174,11 +177,23 @@ private:
         if (chosen.empty()) throw HostError("no effect matches; `kelmo list` shows all");
     }
 
-    void MakeFolder() {
+    void NameFiles() {
         const bool single = IsPicturePath(options.output);
         folder = single ? std::filesystem::path(options.output).parent_path()
                         : std::filesystem::path(options.output);
         sheetPath = single ? options.output : (folder / "sheet.png").string();
+        std::vector<std::string> outputs = {sheetPath};
+        if (options.each) {
+            for (const EffectDescription* effect : chosen) outputs.push_back(PictureOf(*effect));
+        }
+        CheckOutputs(outputs, inputs, options.overwrite);
+    }
+
+    std::string PictureOf(const EffectDescription& effect) const {
+        return (folder / FileName(effect)).string();
+    }
+
+    void MakeFolder() {
         std::error_code error;
         if (!folder.empty()) std::filesystem::create_directories(folder, error);
         if (error) {
@@ -231,7 +246,7 @@ private:
             const Picture picture = Draw(effect);
             sheet.Add(picture, effect.name);
             if (options.each) {
-                const std::string path = (folder / FileName(effect)).string();
+                const std::string path = PictureOf(effect);
                 WritePicture(path, picture);
                 entry["picture"] = path;
             }
@@ -260,6 +275,7 @@ private:
     PluginRuntime runtime;
     ClipPeople people;
     PixelSize size;
+    std::vector<std::string> inputs;
     Picture first;
     Picture second;
     bool secondIsOwn = false;  // and no copy of the first
@@ -298,6 +314,7 @@ void AddGalleryCommand(CLI::App& app, CommandLine& line) {
     command->add_option("--search", options->search, "Only effects whose name has this word")
         ->type_name("WORD");
     command->add_flag("--each", options->each, "Write a picture of each effect too");
+    command->add_flag("-y,--overwrite", options->overwrite, "Overwrite the pictures");
     command->add_flag("--gpu", options->onGpu, "Keep the pictures on the graphics card");
     command->add_flag("--json", options->json, "Print JSON");
     command->callback([&line, options] {

@@ -9,6 +9,8 @@ namespace kelmo::host {
 
 namespace {
 
+constexpr const char* kNoSize = "is no size; write WIDTHxHEIGHT, like 1280x720";
+
 template <typename T>
 std::optional<T> Checked(const char* option, const std::string& text, std::optional<T> value,
                          const char* advice) {
@@ -23,13 +25,17 @@ CLI::Validator Silent(CLI::Validator validator) {
 }
 
 std::optional<PixelSize> SizeOption(const char* option, const std::string& text) {
-    const auto size =
-        Checked(option, text, ParseSize(text), "is no size; write WIDTHxHEIGHT, like 1280x720");
+    const auto size = Checked(option, text, ParseSize(text), kNoSize);
     if (size && (size->width > kLargestSide || size->height > kLargestSide)) {
         throw UsageError(
             fmt::format("{}: {} is too large; sides go up to {}", option, text, kLargestSide));
     }
     return size;
+}
+
+PixelSize RequiredSize(const char* option, const std::string& text) {
+    if (text.empty()) throw UsageError(fmt::format("{}: \"\" {}", option, kNoSize));
+    return *SizeOption(option, text);
 }
 
 std::optional<FrameRate> RateOption(const char* option, const std::string& text) {

@@ -16,6 +16,8 @@ CLI::Validator Silent(CLI::Validator validator);
 /// The value of an option; nothing for an empty text, which is an option that was not given. Throw
 /// UsageError that names the option.
 std::optional<PixelSize> SizeOption(const char* option, const std::string& text);
+/// Of an option that has a default: an empty text is wrong, too.
+PixelSize RequiredSize(const char* option, const std::string& text);
 std::optional<FrameRate> RateOption(const char* option, const std::string& text);
 std::optional<int32_t> ColorOption(const char* option, const std::string& text);
 std::optional<Moment> MomentOption(const char* option, const std::string& text);

@@ -52,6 +52,20 @@ INSTANTIATE_TEST_SUITE_P(Commands, Documentation,
                          testing::Values("list", "info", "render", "gallery", "bench", "doctor",
                                          "analyse", "version"));
 
+TEST_F(CliTest, TheEffectsOfTheDocumentAreThere) {
+    if (!std::filesystem::exists(KELMO_PLUGIN_DIR "/qorOpenGLFilterPlugin.qor")) {
+        GTEST_SKIP() << "the plug-in is not built";
+    }
+    const std::string names = RunProgram({KELMO_BIN_DIR "/kelmo", "list", "--json"}, folder).out;
+    const std::string document = ReadFile(std::string(KELMO_SOURCE_DIR) + "/docs/cli.md");
+    static const std::regex example("kelmo (?:info|render .*-e) (\"[^\"]+\")");
+    std::sregex_iterator it(document.begin(), document.end(), example), end;
+    EXPECT_GT(std::distance(it, end), 3);
+    for (; it != end; ++it) {
+        EXPECT_THAT(names, testing::HasSubstr("\"name\": " + it->str(1)));
+    }
+}
+
 TEST_F(CliTest, TheDocumentHasTheOptionsOfAllCommands) {
     const std::string document = ReadFile(std::string(KELMO_SOURCE_DIR) + "/docs/cli.md");
     const RunResult help = RunProgram({KELMO_BIN_DIR "/kelmo", "--help"}, folder);

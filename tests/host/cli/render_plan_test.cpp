@@ -168,7 +168,7 @@ TEST(RenderPlan, AnUnknownLengthIsNoProblemWhenADurationIsGiven) {
 }
 
 TEST(RenderPlan, KnowsPicturesByTheirEnding) {
-    for (const char* picture : {"a.png", "dir.x/b.JPG", "c.webp", "d.tiff"}) {
+    for (const char* picture : {"a.png", "dir.x/b.JPG", "c.webp", "d.tiff", "100%.png"}) {
         EXPECT_TRUE(IsPicturePath(picture)) << picture;
     }
     for (const char* other : {"a.mp4", "a%04d.png", "png", "a.png.mp4", "-"}) {
