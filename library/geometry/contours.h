@@ -39,13 +39,17 @@ public:
     ///
     /// What a host should not send: a point of unknown type is passed over; a segment before the
     /// first move begins a sub-contour at its first point; a curve that lacks points at the end of
-    /// the arrays is dropped; a sub-contour with a coordinate that is not finite is dropped.
+    /// the arrays is dropped; a sub-contour with a point that is not finite, or a million half
+    /// frame heights or more from the middle of the frame, is dropped. A box with such a corner
+    /// counts as none, and a rect with one has no area. An angle that is not finite counts as 0, an
+    /// anchor as the middle, an origin as 0.
     void ParseTextPath(TextPath* textPath, int32_t width, int32_t height);
 
     /// Makes a mask of a four-channel 8-bit picture and traces it. `width` and `height` are the
     /// frame's size in pixels and map the outline; `segment` is not used by this step and stands
-    /// here for the caller's symmetry. `threshold` 0..255; `reverse` turns the background level;
-    /// `force` traces even when the mask's box is that of the last call.
+    /// here for the caller's symmetry. `threshold` 0..255, what lies beyond counts as the nearest;
+    /// `reverse` turns the background level; `force` traces even when the mask's box is that of the
+    /// last call.
     ///
     /// True when `m_Paths` was rebuilt, also when nothing was found. A frame that is empty or of
     /// another pixel format is logged, and false is returned.

@@ -164,7 +164,7 @@ bool Contours::ParseMask(const cv::Mat& frame, int32_t width, int32_t height, fl
                  frame.rows, frame.type());
         return false;
     }
-    cv::Mat mask = Foreground(frame, threshold, reverse);
+    cv::Mat mask = Foreground(frame, std::clamp(threshold, 0, 255), reverse);
     cv::Mat work = mask.clone();
     const cv::Rect bound = cv::boundingRect(mask);
     if (!force && bound == m_Bound) {

@@ -15,6 +15,9 @@ constexpr float kHuge = std::numeric_limits<float>::max();
 /// Farther from the middle of the frame, in half frame heights, a face cannot be triangulated.
 constexpr float kFarthest = 1e6f;
 
+/// Stands for a point that cannot be used.
+const cv::Point2f kUnusable(kHuge, kHuge);
+
 bool IsUsable(const cv::Point2f& p) {
     // Written so that NaN fails.
     return std::abs(p.x) < kFarthest && std::abs(p.y) < kFarthest;
@@ -33,6 +36,10 @@ int32_t PointsOf(uint8_t type) {
         default:
             return 0;
     }
+}
+
+float FiniteOr(float fallback, float value) {
+    return std::isfinite(value) ? value : fallback;
 }
 
 int Truncated(double value) {
@@ -116,12 +123,15 @@ void Contours::ParseTextPath(TextPath* textPath, int32_t width, int32_t height) 
     }
     m_Paths.clear();
     m_IsText = m_HasDecoration = m_BoxValid = false;
-    m_TextAngle = textPath->GetAngle();
+    m_TextAngle = FiniteOr(0, textPath->GetAngle());
     const int32_t count = textPath->GetPathCount();
     textPath->GetOrigin(&m_TextOrigin.x, &m_TextOrigin.y);
+    m_TextOrigin = {FiniteOr(0, m_TextOrigin.x), FiniteOr(0, m_TextOrigin.y)};
     float p = 0.5f;
     float q = 0.5f;
     textPath->GetAnchor(&p, &q);
+    p = FiniteOr(0.5f, p);
+    q = FiniteOr(0.5f, q);
     int32_t canvasWidth = 0;
     int32_t canvasHeight = 0;
     textPath->GetSize(&canvasWidth, &canvasHeight);
@@ -152,11 +162,13 @@ void Contours::ParseTextPath(TextPath* textPath, int32_t width, int32_t height) 
         for (int32_t k = 0; k < pointCount; ++k) {
             const cv::Point2d pixel(xs[k], ys[k]);
             const cv::Point2f place = upright(pixel + anchored);
-            if (IsUsable(place)) {
+            const cv::Point2f point = rotated(pixel + centred);
+            const bool isUsable = IsUsable(place) && IsUsable(point);
+            if (isUsable) {
                 box.Add(place);
                 all.Add(place);
             }
-            points.push_back(rotated(pixel + centred));
+            points.push_back(isUsable ? point : kUnusable);
         }
         ContourPath& group = m_Paths.emplace_back();
         group.minX = box.minX;
@@ -178,20 +190,28 @@ void Contours::ReadDecoration(TextPath& textPath, const cv::Point2d& offset,
         return;
     }
     m_HasDecoration = true;
-    float corners[8] = {};
-    m_BoxValid = textPath.GetBox(corners, &m_BoxColor);
-    for (int k = 0; m_BoxValid && k < 4; ++k) {
-        m_BoxCorners[k] = space(cv::Point2d(corners[2 * k], corners[2 * k + 1]) + offset);
-    }
+    // False, and all corners at 0, when one of them is not usable.
+    const auto place = [&](const float* pixels, cv::Point2f* corners) {
+        for (int k = 0; k < 4; ++k) {
+            corners[k] = space(cv::Point2d(pixels[2 * k], pixels[2 * k + 1]) + offset);
+        }
+        const bool isUsable = std::all_of(corners, corners + 4, IsUsable);
+        if (!isUsable) {
+            std::fill_n(corners, 4, cv::Point2f());
+        }
+        return isUsable;
+    };
+    float pixels[8] = {};
+    m_BoxValid = textPath.GetBox(pixels, &m_BoxColor) && place(pixels, m_BoxCorners.data());
     m_RectCount = std::max(textPath.GetRectCount(), 0);
     m_RectColor = textPath.GetRectColor();
     m_Rects.clear();
     for (int32_t i = 0; i < m_RectCount; ++i) {
-        textPath.GetRect(i, corners);
-        for (int k = 0; k < 4; ++k) {
-            const cv::Point2f p = space(cv::Point2d(corners[2 * k], corners[2 * k + 1]) + offset);
-            m_Rects.push_back(p.x);
-            m_Rects.push_back(p.y);
+        textPath.GetRect(i, pixels);
+        cv::Point2f corners[4];
+        place(pixels, corners);
+        for (const cv::Point2f& corner : corners) {
+            m_Rects.insert(m_Rects.end(), {corner.x, corner.y});
         }
     }
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <limits>
 #include <opencv2/imgproc.hpp>
 
 #include "geometry/contours.h"
@@ -81,17 +82,22 @@ TEST(MaskContours, TellTheForegroundFromTheBackground) {
 TEST(MaskContours, ThresholdMeasuresFromTheBackgroundLevel) {
     // Dark road: level 100 and threshold 20: 100 * 20 / 255 + 100 = 107.8.
     // Bright road: level 200: 200 - 20 = 180, what is at or below is foreground.
+    constexpr int kMost = std::numeric_limits<int>::max();
     const struct {
         int background, shape;
         bool found;
-    } cases[] = {{100, 107, false}, {100, 108, true}, {100, 90, false},
-                 {200, 181, false}, {200, 180, true}, {200, 220, false}};
+        int threshold = 20;
+    } cases[] = {{100, 107, false},       {100, 108, true},         {100, 90, false},
+                 {200, 181, false},       {200, 180, true},         {200, 220, false},
+                 {100, 101, true, 0},     {100, 101, true, -kMost}, {100, 200, false, kMost},
+                 {100, 201, true, kMost}, {200, 0, false, kMost},   {200, 199, true, -kMost - 1}};
     for (const auto& c : cases) {
         SCOPED_TRACE(std::to_string(c.shape) + " on " + std::to_string(c.background));
         const cv::Scalar background(c.background, c.background, c.background, 255);
         const cv::Scalar shape(c.shape, c.shape, c.shape, 255);
         Contours contours;
-        Parse(contours, With(Page({40, 40}, background), {10, 10, 20, 20}, shape));
+        Parse(contours, With(Page({40, 40}, background), {10, 10, 20, 20}, shape), false, true,
+              c.threshold);
         EXPECT_EQ(!contours.m_Paths.empty(), c.found);
     }
 }

@@ -43,6 +43,7 @@ public:
     bool hasBox = false;
     std::array<float, 8> box{};
     std::vector<std::array<float, 8>> rects;
+    float origin[2] = {3, 4};
 
     int32_t GetPathCount() override { return static_cast<int32_t>(paths.size()); }
     int32_t GetPath(int32_t index, const uint8_t** types, const float** xs, const float** ys,
@@ -70,7 +71,7 @@ public:
                           int32_t) override {
         return 0;
     }
-    void GetOrigin(float* x, float* y) override { *x = 3, *y = 4; }
+    void GetOrigin(float* x, float* y) override { *x = origin[0], *y = origin[1]; }
     int32_t GetRectCount() override { return static_cast<int32_t>(rects.size()); }
     uint32_t GetRectColor() override { return 0x55667788; }
     void GetRect(int32_t index, float* corners) override {

@@ -168,6 +168,43 @@ TEST(TextContours, ReadDecoration) {
     }
 }
 
+TEST(TextContours, DecorationAndPlaceAreFinite) {
+    for (const float wrong : {kNan, kInfinity, -3e38f}) {
+        SCOPED_TRACE(wrong);
+        ScriptedText text = OneBox();
+        text.hasDecoration = text.hasBox = true;
+        text.box = {0, 0, 100, 0, 100, wrong, 0, 100};
+        text.rects = {{0, 90, 100, 90, 100, 100, wrong, 100}, {50, 50, 60, 50, 60, 60, 50, 60}};
+        if (!std::isfinite(wrong)) text.angle = text.p = text.origin[1] = wrong;
+        Contours contours;
+        contours.ParseTextPath(&text, 200, 100);
+        EXPECT_TRUE(contours.m_HasDecoration);
+        EXPECT_FALSE(contours.m_BoxValid);
+        ASSERT_EQ(contours.m_Rects.size(), 16u);
+        for (int i = 0; i < 8; ++i) EXPECT_EQ(contours.m_Rects[i], 0);
+        ExpectNear({contours.m_Rects[12], contours.m_Rects[13]}, {0.2f, -0.2f});
+        EXPECT_EQ(contours.m_TextAngle, 0);
+        EXPECT_EQ(contours.m_TextCenter, cv::Point2f());
+        EXPECT_TRUE(std::isfinite(contours.m_TextOrigin.y));
+        EXPECT_EQ(contours.m_Paths.at(0).subPaths.size(), 1u);
+    }
+}
+
+TEST(TextContours, ReachAsFarForTheirBoxAsForTheirOutline) {
+    ScriptedText
+        text;  // 0.9e6 half heights from the middle in x and y, more in one of them once turned
+    text.paths.emplace_back().Box(25, 25, 75, 75).Box(-45e6f, -45e6f, 45e6f, 45e6f);
+    for (const float angle : {0.0f, 45.0f}) {
+        text.angle = angle;
+        Contours contours;
+        contours.ParseTextPath(&text, 100, 100);
+        const ContourPath& group = contours.m_Paths.at(0);
+        const bool isWithin = angle == 0;
+        EXPECT_EQ(group.subPaths.size(), isWithin ? 2u : 1u);
+        EXPECT_EQ(group.minY < -1e5f, isWithin) << "the box is that of the outline";
+    }
+}
+
 struct BrokenCase {
     const char* name;
     ScriptedText::Stream stream;
