@@ -84,8 +84,8 @@ bool PersonMask::Counts(const cv::Mat& next, Succession succession, PicturePyram
 
 bool PersonMask::Next(PicturePyramid& frame) {
     const Succession succession = change.Next(frame);
-    if (succession == Succession::kSame) return true;
-    const bool ran = RunNetwork(frame, found);
+    if (succession == Succession::kSame) return ran;
+    ran = RunNetwork(frame, found);
     const bool before = someone;
     someone = ran && Counts(found, succession, frame);
     if (!someone)

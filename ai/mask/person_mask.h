@@ -35,6 +35,7 @@ private:
     std::shared_ptr<ModelStore> store;
     PersonGate gate;
     PictureChange change;
+    bool ran = true;  ///< the network, on the present picture
     bool someone = false;
     cv::Mat mask, found;
 };

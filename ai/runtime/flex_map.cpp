@@ -47,6 +47,11 @@ std::optional<double> FloatOf(uint64_t bits, size_t width) {
     return value;
 }
 
+std::optional<int> Whole(std::optional<double> number) {
+    if (!number || !(*number >= -1e9 && *number <= 1e9)) return std::nullopt;
+    return static_cast<int>(*number);
+}
+
 }  // namespace
 
 FlexMap::FlexMap(const void* data, size_t size)
@@ -129,6 +134,10 @@ std::optional<double> FlexMap::Number(std::string_view key) const {
     return value ? NumberOf(*value) : std::nullopt;
 }
 
+std::optional<int> FlexMap::Integer(std::string_view key) const {
+    return Whole(Number(key));
+}
+
 std::vector<int> FlexMap::Integers(std::string_view key) const {
     const auto list = Find(key);
     if (!list || list->type < kVector || list->type > kVectorFloat) return {};
@@ -149,9 +158,9 @@ std::vector<int> FlexMap::Integers(std::string_view key) const {
         } else {
             element.type = list->type - kVectorInt + kInt;
         }
-        const auto number = NumberOf(element);
-        if (!number || !(*number >= -1e9 && *number <= 1e9)) return {};
-        numbers.push_back(static_cast<int>(*number));
+        const auto number = Whole(NumberOf(element));
+        if (!number) return {};
+        numbers.push_back(*number);
     }
     return numbers;
 }

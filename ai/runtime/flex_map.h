@@ -18,7 +18,9 @@ public:
     FlexMap(const void* bytes, size_t size);
 
     std::optional<double> Number(std::string_view key) const;
-    /// A list of whole numbers; empty when there is none.
+    /// A number as a whole one, cut towards zero; absent beyond a thousand million.
+    std::optional<int> Integer(std::string_view key) const;
+    /// A list of such numbers; empty when there is none, or when one of them is none.
     std::vector<int> Integers(std::string_view key) const;
 
 private:

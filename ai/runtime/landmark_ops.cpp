@@ -30,8 +30,8 @@ struct RegionOptions {
 void* InitRegion(TfLiteContext*, const char* bytes, size_t size) {
     const FlexMap map(bytes, size);
     auto options = std::make_unique<RegionOptions>();
-    options->leftIndex = static_cast<int>(map.Number("left_rotation_idx").value_or(-1));
-    options->rightIndex = static_cast<int>(map.Number("right_rotation_idx").value_or(-1));
+    options->leftIndex = map.Integer("left_rotation_idx").value_or(-1);
+    options->rightIndex = map.Integer("right_rotation_idx").value_or(-1);
     options->subset = map.Integers("subset_idxs");
     options->outputWidth = static_cast<float>(map.Number("output_width").value_or(0));
     options->outputHeight = static_cast<float>(map.Number("output_height").value_or(0));
@@ -104,8 +104,8 @@ struct MapOptions {
 void* InitMap(TfLiteContext*, const char* bytes, size_t size) {
     const FlexMap map(bytes, size);
     auto options = std::make_unique<MapOptions>();
-    options->width = static_cast<int>(map.Number("output_width").value_or(0));
-    options->height = static_cast<int>(map.Number("output_height").value_or(0));
+    options->width = map.Integer("output_width").value_or(0);
+    options->height = map.Integer("output_height").value_or(0);
     return options.release();
 }
 

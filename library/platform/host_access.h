@@ -23,8 +23,7 @@ namespace kelmo {
 
 /// Asks the host for its four suites, version 1, in the order "Memory Allocator Suite", "Image
 /// Buffer ALlocator Suite", "Host Util Suite", "GPU Device Suite". A suite that the host refuses is
-/// null afterwards. A null host forgets all of them. A shutdown does not: effects may live on, and
-/// the host with them.
+/// null afterwards. A null host forgets all of them.
 void AcquireHostSuites(QorPluginHost* host);
 
 /// The suites, or null. Borrowed from the host.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugin/effect_creation.h"
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -16,6 +17,8 @@
 namespace kelmo {
 
 namespace {
+
+std::atomic<int> liveObjects{0};
 
 using FilterInfoPtr = std::shared_ptr<NLEFilterInfo>;
 
@@ -69,12 +72,20 @@ int32_t CreateEffectObject(const char* guid, int32_t deviceType, QorEffect** eff
     auto object = std::make_unique<QorOpenglFilterEffect>(info);
     object->SetFilter(CreateFilter(info));
     *effect = object.release();
+    ++liveObjects;
     LogInfo("Create OpenGLFilter Success: %s", guid);
     return kQorOk;
 }
 
 void DestroyEffectObject(QorEffect* effect) {
-    delete dynamic_cast<QorOpenglFilterEffect*>(effect);
+    auto* const object = dynamic_cast<QorOpenglFilterEffect*>(effect);
+    if (object == nullptr) return;
+    delete object;
+    --liveObjects;
+}
+
+bool HasEffectObjects() {
+    return liveObjects > 0;
 }
 
 }  // namespace kelmo

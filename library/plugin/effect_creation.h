@@ -16,4 +16,7 @@ int32_t CreateEffectObject(const char* guid, int32_t deviceType, QorEffect** eff
 /// Ends an effect of ours; anything else is left alone.
 void DestroyEffectObject(QorEffect* effect);
 
+/// Whether an effect of ours is still alive.
+bool HasEffectObjects();
+
 }  // namespace kelmo

@@ -42,6 +42,7 @@ KELMO_EXPORT int32_t CreateQorEffect(const char* guid, int32_t deviceType,
 KELMO_EXPORT int32_t ReleaseQorEffect(kelmo::QorEffect* effect) {
     return kelmo::AtBoundary("ReleaseQorEffect", kelmo::kQorOk, [&] {
         kelmo::DestroyEffectObject(effect);
+        kelmo::ForgetHostWhenDone();
         return static_cast<int32_t>(kelmo::kQorOk);
     });
 }

@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugin/start_up.h"
 
+#include <atomic>
+
 #include "bindings/ai_effect_lib.h"
 #include "catalogue/filter_catalogue.h"
 #include "framework/effect_engine.h"
 #include "framework/sub_filters.h"
 #include "framework/texture_background.h"
 #include "platform/host_access.h"
+#include "plugin/effect_creation.h"
 
 namespace kelmo {
 
 namespace {
+
+std::atomic<bool> stopped{false};
 
 bool FindOpenGLDevice() {
     QorGpuDeviceSuite* const devices = GpuDevices();
@@ -47,6 +52,7 @@ void Describe(QorPluginInfo& info) {
 int32_t StartPlugin(QorPluginHost* host, QorPluginInfo* info) {
     if (!host) return kQorRefused;
     AcquireHostSuites(host);
+    stopped = false;
     ChooseDevice();
     SetSubFilterCreation(CreateFilterFromCatalogue);
     InstallAIEffectLib();
@@ -58,7 +64,13 @@ int32_t StartPlugin(QorPluginHost* host, QorPluginInfo* info) {
 int32_t StopPlugin() {
     WaitForOrphanedLoaders();
     ShutdownEffectEngine();
+    stopped = true;
+    ForgetHostWhenDone();
     return kQorOk;
+}
+
+void ForgetHostWhenDone() {
+    if (stopped && !HasEffectObjects()) AcquireHostSuites(nullptr);
 }
 
 }  // namespace kelmo

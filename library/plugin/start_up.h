@@ -17,4 +17,9 @@ int32_t StartPlugin(QorPluginHost* host, QorPluginInfo* info);
 /// still live keep the host's suites and their loaders. Always 0.
 int32_t StopPlugin();
 
+/// After a stop, once no effect lives any more, the host's suites are forgotten: a library that is
+/// still busy in the background must not log to a host that may be gone. Called whenever that may
+/// have come true.
+void ForgetHostWhenDone();
+
 }  // namespace kelmo

@@ -50,6 +50,10 @@ TEST(FlexMap, ReadsNumbersAndLists) {
     EXPECT_EQ(map.Number("f"), 1.5);
     EXPECT_THAT(map.Integers("l"), ElementsAre(3, 300));
     EXPECT_EQ(map.Number("l"), std::nullopt);
+    EXPECT_EQ(map.Integer("f"), 1);
+    auto huge = bytes;
+    huge[47] = 0x7f;  // f is 2^127 now
+    EXPECT_EQ(FlexMap(huge.data(), huge.size()).Integer("f"), std::nullopt);
     EXPECT_THAT(map.Integers("a"), IsEmpty());
     EXPECT_EQ(map.Number("absent"), std::nullopt);
     EXPECT_EQ(map.Number(""), std::nullopt);

@@ -170,6 +170,20 @@ TEST_F(StartUpTest, AnAstralVariantRunsAsItsMasterWithItsOwnTexture) {
     ReleaseQorEffect(effect);
 }
 
+TEST_F(StartUpTest, AfterTheShutdownTheLastEffectTakesTheHostAlong) {
+    StartupQor(&host, nullptr);
+    GetCatalogue().AddFilter(MakeInfo("an-effect"));
+    QorEffect* first = nullptr;
+    QorEffect* second = nullptr;
+    ASSERT_EQ(CreateQorEffect("an-effect", 0, &first), 0);
+    ASSERT_EQ(CreateQorEffect("an-effect", 0, &second), 0);
+    ReleaseQorEffect(first);
+    ShutdownQor();
+    EXPECT_NE(HostUtil(), nullptr) << "an effect lives";
+    ReleaseQorEffect(second);
+    EXPECT_EQ(HostUtil(), nullptr);
+}
+
 TEST_F(StartUpTest, AForeignEffectObjectIsLeftAlone) {
     class Foreign : public QorEffect {
     public:
