@@ -162,8 +162,8 @@ void ExamineAi(const Installation& where, std::vector<Finding>& findings) {
         const AiLibrary library(
             where.plugins.string(), where.resources.string(),
             [&reason](int32_t level, std::string_view text) { reason.Keep(level, text); });
-        findings.push_back({"AI library", Health::kGood,
-                            (where.plugins / "qorAiFilterPlugin.qor").string(), ""});
+        findings.push_back(
+            {"AI library", Health::kGood, (where.plugins / "qorAiFilterPlugin.qor").string(), ""});
         findings.push_back(ExamineModels(library, reason));
     } catch (const std::exception& error) {
         findings.push_back(

@@ -153,8 +153,8 @@ TEST_F(CliTest, InfoDescribesEveryParameter) {
 }
 
 TEST_F(CliTest, AFilterGetsEachFrameWithItsValueAndKeepsTheSound) {
-    const RunResult result = Run({"render", "-vv", "-e", "Invert", "-i", "dark.mkv", "-o", "50%.mkv",
-                                  "-p", "amount=0@0s,100@1s:hold", "--json"});
+    const RunResult result = Run({"render", "-vv", "-e", "Invert", "-i", "dark.mkv", "-o",
+                                  "50%.mkv", "-p", "amount=0@0s,100@1s:hold", "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     const json summary = json::parse(result.out);
     EXPECT_EQ(summary["schema"], 1);
@@ -224,16 +224,16 @@ TEST_F(CliTest, PicturesKeepTheirTransparency) {
     EXPECT_EQ(picture.width, 32);
     EXPECT_NEAR(picture.pixels[2], 128, 1);
     EXPECT_EQ(picture.pixels[3], 128);
-    ASSERT_EQ(
-        Run({"render", "-e", "Invert", "-i", "half.png", "-o", "d.png", "--alpha", "drop"}).exitCode,
-        0);
+    ASSERT_EQ(Run({"render", "-e", "Invert", "-i", "half.png", "-o", "d.png", "--alpha", "drop"})
+                  .exitCode,
+              0);
     EXPECT_FALSE(MediaReader::Open(Path("d.png"))->Info().hasAlpha);
 }
 
 TEST_F(CliTest, NumberedPicturesAreReadOneToOneAndNotLost) {
-    const std::vector<std::string> write = {"render",     "-e", "Invert",   "-p",
-                                            "failAt=-1",  "-i", "dark.mkv", "-p",
-                                            "amount=0@0s,100@1s:hold"};
+    const std::vector<std::string> write = {"render",   "-e",        "Invert",
+                                            "-p",       "failAt=-1", "-i",
+                                            "dark.mkv", "-p",        "amount=0@0s,100@1s:hold"};
     const auto with = [](std::vector<std::string> words, std::vector<std::string> more) {
         words.insert(words.end(), more.begin(), more.end());
         return words;
@@ -247,10 +247,10 @@ TEST_F(CliTest, NumberedPicturesAreReadOneToOneAndNotLost) {
     for (const char* output : {"./o%02d.png", "o%2d.png", "o07.png"}) {
         EXPECT_EQ(Run(with(read, {"-y", "-o", output})).exitCode, 2) << output;
     }
-    EXPECT_EQ(Run({"render", "-y", "-e", "Invert", "-p", "failAt=7", "-i", "dark.mkv", "-o",
-                   "o%02d.png"})
-                  .exitCode,
-              1);
+    EXPECT_EQ(
+        Run({"render", "-y", "-e", "Invert", "-p", "failAt=7", "-i", "dark.mkv", "-o", "o%02d.png"})
+            .exitCode,
+        1);
     EXPECT_EQ(ReadFile(Path("o01.png")), first);
     EXPECT_THAT(NewFiles(), SizeIs(20));
     ASSERT_EQ(Run(with(read, {"-o", "o.mkv", "--fps", "50"})).exitCode, 0);
@@ -331,8 +331,8 @@ TEST_F(CliTest, AnInterruptLeavesAFileThatPlays) {
     EXPECT_EQ(result.exitCode, 130) << result.err;
     EXPECT_THAT(Greens("o.mkv"), SizeIs(8));
     EXPECT_THAT(NewFiles(), ElementsAre("o.mkv"));
-    const RunResult whole = Run({"render", "-y", "-e", "Invert", "-p", "interruptAt=19", "-i",
-                                 "dark.mkv", "-o", "o.mkv"});
+    const RunResult whole = Run(
+        {"render", "-y", "-e", "Invert", "-p", "interruptAt=19", "-i", "dark.mkv", "-o", "o.mkv"});
     EXPECT_EQ(whole.exitCode, 0) << "it came after the last frame had begun";
     EXPECT_THAT(Greens("o.mkv"), SizeIs(20));
 }
