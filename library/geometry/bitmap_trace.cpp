@@ -48,6 +48,60 @@ std::vector<int32_t> BalancedOrder(const std::vector<std::unique_ptr<Path>>& pat
     return order;
 }
 
+/// Exchanges ink and empty within walks. Each upright edge turns what lies right of it, up to the
+/// walk's right end; edges of one row turn what lies between them twice, so only every second
+/// stretch is touched. Keeps its memory for the next walk.
+class InsideInverter {
+public:
+    explicit InsideInverter(Bitmap& picture) : bitmap(picture) {}
+
+    void Invert(const Path& path) {
+        top = static_cast<int32_t>(path.minY);
+        SortEdges(path);
+        const auto endX = static_cast<int32_t>(path.maxX);
+        for (size_t row = 0; row + 1 < firstOfRow.size(); ++row) {
+            const auto begin = edges.begin() + firstOfRow[row];
+            const auto end = edges.begin() + firstOfRow[row + 1];
+            if (end - begin != 2) {
+                std::sort(begin, end);
+            } else if (begin[1] < begin[0]) {  // mostly there is one on each side
+                std::swap(begin[0], begin[1]);
+            }
+            for (auto edge = begin; edge < end; edge += 2) {
+                bitmap.FlipRow(edge[0], edge + 1 < end ? edge[1] : endX,
+                               top + static_cast<int32_t>(row));
+            }
+        }
+    }
+
+private:
+    template <typename Use>
+    void ForEachEdge(const Path& path, Use&& use) const {
+        auto lastY = static_cast<int32_t>(path.pt[0].y);
+        for (const cv::Point2d& point : path.pt) {
+            const auto y = static_cast<int32_t>(point.y);
+            if (y != lastY) {
+                use(std::min(lastY, y) - top, static_cast<int32_t>(point.x));
+                lastY = y;
+            }
+        }
+    }
+
+    void SortEdges(const Path& path) {
+        firstOfRow.assign(static_cast<size_t>(path.maxY) - top + 2, 0);
+        ForEachEdge(path, [&](int32_t row, int32_t) { ++firstOfRow[row + 2]; });
+        std::partial_sum(firstOfRow.begin(), firstOfRow.end(), firstOfRow.begin());
+        edges.resize(firstOfRow.back());
+        ForEachEdge(path, [&](int32_t row, int32_t x) { edges[firstOfRow[row + 1]++] = x; });
+        firstOfRow.pop_back();
+    }
+
+    Bitmap& bitmap;
+    int32_t top = 0;
+    std::vector<int32_t> firstOfRow;  // rows from `top` on, and the end
+    std::vector<int32_t> edges;       // x of the upright edges, row by row
+};
+
 }  // namespace
 
 void BitmapTrace::Clear() {
@@ -91,6 +145,7 @@ void BitmapTrace::WorkOut(Path& path) const {
 
 void BitmapTrace::FindPaths() {
     const size_t size = std::max(workBitmap->size, 0);
+    InsideInverter inverter(*workBitmap);
     for (size_t at = 0; at < size;) {
         const void* ink = std::memchr(workBitmap->data + at, 0, size - at);
         if (!ink) {
@@ -99,7 +154,7 @@ void BitmapTrace::FindPaths() {
         at = static_cast<const uint8_t*>(ink) - workBitmap->data;
         std::unique_ptr<Path> path = WalkPath(static_cast<int32_t>(at % workBitmap->width),
                                               static_cast<int32_t>(at / workBitmap->width));
-        InvertInside(*path);
+        inverter.Invert(*path);
         if (path->area > turdSize) {
             pathList.push_back(std::move(path));
         }
@@ -159,18 +214,6 @@ bool BitmapTrace::MajorityIsInk(int32_t x, int32_t y) const {
         }
     }
     return false;
-}
-
-void BitmapTrace::InvertInside(const Path& path) {
-    auto lastY = static_cast<int32_t>(path.pt[0].y);
-    const auto endX = static_cast<int32_t>(path.maxX);
-    for (const cv::Point2d& point : path.pt) {
-        const auto y = static_cast<int32_t>(point.y);
-        if (y != lastY) {
-            workBitmap->FlipRow(static_cast<int32_t>(point.x), endX, std::min(lastY, y));
-            lastY = y;
-        }
-    }
 }
 
 }  // namespace kelmo

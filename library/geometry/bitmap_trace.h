@@ -38,7 +38,6 @@ protected:
     std::unique_ptr<Path> WalkPath(int32_t x, int32_t y) const;
     bool TurnsRight(const Path& path, int32_t x, int32_t y) const;
     bool MajorityIsInk(int32_t x, int32_t y) const;
-    void InvertInside(const Path& path);
     void WorkOut(Path& path) const;
 
     Bitmap* bitmap = nullptr;      ///< read for `Path::sign` only
