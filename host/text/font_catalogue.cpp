@@ -2,11 +2,14 @@
 #include "host/text/font_catalogue.h"
 
 #include <ft2build.h>
+#include <hb.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <filesystem>
+#include <mutex>
+#include <numeric>
 #include FT_FREETYPE_H
 
 namespace kelmo::host {
@@ -71,24 +74,86 @@ int FallbackDistance(const FontFile& file, bool bold) {
     return 8 * StyleDistance(file, bold, false) + (isSans ? 0 : isText ? 1 : 2) + 4 * isFixed;
 }
 
+/// Places in `files`, the best stand-in first.
+std::vector<size_t> ByFallbackDistance(const std::vector<FontFile>& files, bool bold) {
+    std::vector<int> distances;
+    for (const FontFile& file : files) {
+        distances.push_back(FallbackDistance(file, bold));
+    }
+    std::vector<size_t> order(files.size());
+    std::iota(order.begin(), order.end(), size_t(0));
+    std::stable_sort(order.begin(), order.end(),
+                     [&](size_t a, size_t b) { return distances[a] < distances[b]; });
+    return order;
+}
+
+hb_set_t* ReadCharacters(const FontFile& file) {
+    hb_set_t* characters = hb_set_create();
+    if (hb_blob_t* blob = hb_blob_create_from_file_or_fail(file.path.c_str())) {
+        hb_face_t* face = hb_face_create(blob, static_cast<unsigned>(file.faceIndex));
+        hb_face_collect_unicodes(face, characters);
+        hb_face_destroy(face);
+        hb_blob_destroy(blob);
+    }
+    return characters;
+}
+
+bool HasCharacter(const hb_set_t* characters, uint32_t codepoint) {
+    // Fonts of symbols have theirs in a private area, and give them for the first 256 as well.
+    return hb_set_has(characters, codepoint) ||
+           (codepoint <= 0xFF && hb_set_has(characters, 0xF000 + codepoint));
+}
+
 }  // namespace
 
-FontCatalogue::FontCatalogue(const std::vector<std::string>& folders) {
-    FT_Library library = nullptr;
-    if (FT_Init_FreeType(&library) != 0) {
-        return;
+/// The characters of each font. A text in a script without a font asks all of them for each of its
+/// characters.
+class FontCatalogue::Coverage {
+public:
+    explicit Coverage(size_t fontCount) : charactersOf(fontCount) {}
+    ~Coverage() {
+        for (hb_set_t* characters : charactersOf) {
+            hb_set_destroy(characters);
+        }
     }
+    Coverage(const Coverage&) = delete;
+    Coverage& operator=(const Coverage&) = delete;
+
+    bool Has(const std::vector<FontFile>& files, size_t place,
+             const std::vector<uint32_t>& codepoints) {
+        const std::lock_guard lock(mutex);
+        hb_set_t*& characters = charactersOf[place];
+        if (!characters) {
+            characters = ReadCharacters(files[place]);
+        }
+        return std::all_of(codepoints.begin(), codepoints.end(),
+                           [&](uint32_t codepoint) { return HasCharacter(characters, codepoint); });
+    }
+
+private:
+    std::mutex mutex;
+    std::vector<hb_set_t*> charactersOf;  ///< null until read; as places in `files`
+};
+
+FontCatalogue::FontCatalogue(const std::vector<std::string>& folders) {
     std::vector<std::string> paths;
     for (const std::string& folder : folders) {
         const std::vector<std::string> found = FontPaths(folder);
         paths.insert(paths.end(), found.begin(), found.end());
     }
     std::sort(paths.begin(), paths.end());
-    for (const std::string& path : paths) {
-        AddFaces(library, path, files);
+    FT_Library library = nullptr;
+    if (FT_Init_FreeType(&library) == 0) {
+        for (const std::string& path : paths) {
+            AddFaces(library, path, files);
+        }
+        FT_Done_FreeType(library);
     }
-    FT_Done_FreeType(library);
+    byFallbackDistance = {ByFallbackDistance(files, false), ByFallbackDistance(files, true)};
+    coverage = std::make_unique<Coverage>(files.size());
 }
+
+FontCatalogue::~FontCatalogue() = default;
 
 const FontCatalogue& FontCatalogue::System() {
     static const FontCatalogue catalogue(SystemFolders());
@@ -120,18 +185,15 @@ const FontFile* FontCatalogue::Find(const std::string& family, bool bold, bool i
     return best;
 }
 
-std::shared_ptr<Font> FontCatalogue::FindCovering(uint32_t codepoint, bool bold) const {
-    std::vector<const FontFile*> candidates;
-    for (const FontFile& file : files) {
-        candidates.push_back(&file);
-    }
-    std::stable_sort(candidates.begin(), candidates.end(),
-                     [bold](const FontFile* a, const FontFile* b) {
-                         return FallbackDistance(*a, bold) < FallbackDistance(*b, bold);
-                     });
-    for (const FontFile* file : candidates) {
-        std::shared_ptr<Font> font = Font::Open(file->path, file->faceIndex);
-        if (font && font->Covers(codepoint)) {
+std::shared_ptr<Font> FontCatalogue::FindCovering(const std::vector<uint32_t>& codepoints,
+                                                  bool bold) const {
+    for (const size_t place : byFallbackDistance[bold ? 1 : 0]) {
+        if (!coverage->Has(files, place, codepoints)) {
+            continue;
+        }
+        std::shared_ptr<Font> font = Font::Open(files[place].path, files[place].faceIndex);
+        if (font && std::all_of(codepoints.begin(), codepoints.end(),
+                                [&](uint32_t codepoint) { return font->Covers(codepoint); })) {
             return font;
         }
     }

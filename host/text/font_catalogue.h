@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -20,11 +21,13 @@ struct FontFile {
 };
 
 /// The fonts of this machine that have outlines. Reading the folders takes some tenths of a second
-/// at most and happens once; afterwards the object never changes and serves all threads.
+/// at most and happens once. Which characters a font has is read when it is first asked for, and
+/// kept (some ten kilobytes a font). The object serves all threads.
 class FontCatalogue {
 public:
     /// Reads `folders` with their sub-folders; what is no font, or cannot be read, is passed over.
     explicit FontCatalogue(const std::vector<std::string>& folders);
+    ~FontCatalogue();
 
     /// The fonts of the system and of the user, read on first use.
     static const FontCatalogue& System();
@@ -32,13 +35,17 @@ public:
 
     /// The face of a family (case does not matter) that comes nearest to the style, or null.
     const FontFile* Find(const std::string& family, bool bold, bool italic) const;
-    /// A font that has the character, upright sans serif first, or null.
-    std::shared_ptr<Font> FindCovering(uint32_t codepoint, bool bold) const;
+    /// A font that has all of the characters, upright sans serif first, or null.
+    std::shared_ptr<Font> FindCovering(const std::vector<uint32_t>& codepoints, bool bold) const;
 
     const std::vector<FontFile>& Files() const { return files; }
 
 private:
-    std::vector<FontFile> files;  ///< in order of path and face
+    class Coverage;
+
+    std::vector<FontFile> files;                            ///< in order of path and face
+    std::array<std::vector<size_t>, 2> byFallbackDistance;  ///< places in `files`; plain and bold
+    std::unique_ptr<Coverage> coverage;
 };
 
 }  // namespace kelmo::host

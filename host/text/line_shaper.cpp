@@ -5,6 +5,7 @@
 #include <hb.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "host/session/host_error.h"
 
@@ -21,7 +22,21 @@ bool IsUnspecific(hb_script_t script) {
            script == HB_SCRIPT_UNKNOWN;
 }
 
-/// Marks and joiners stay in the font of what they follow; control characters show nothing.
+/// Joiners and control characters need no glyph.
+bool ShowsNothing(uint32_t codepoint) {
+    const hb_unicode_general_category_t category =
+        hb_unicode_general_category(Unicode(), codepoint);
+    const auto isWithin = [codepoint](uint32_t first, uint32_t last) {
+        return first <= codepoint && codepoint <= last;
+    };
+    return category == HB_UNICODE_GENERAL_CATEGORY_CONTROL ||
+           category == HB_UNICODE_GENERAL_CATEGORY_FORMAT ||
+           // Marks that are none: a joiner, silent vowels, selectors of variants.
+           codepoint == 0x034F || isWithin(0x17B4, 0x17B5) || isWithin(0x180B, 0x180F) ||
+           isWithin(0xFE00, 0xFE0F) || isWithin(0xE0100, 0xE01EF);
+}
+
+/// Marks and joiners stay in the font of what they follow, where it has them.
 bool FollowsItsBase(uint32_t codepoint) {
     switch (hb_unicode_general_category(Unicode(), codepoint)) {
         case HB_UNICODE_GENERAL_CATEGORY_CONTROL:
@@ -33,6 +48,22 @@ bool FollowsItsBase(uint32_t codepoint) {
         default:
             return false;
     }
+}
+
+/// Whether a character with its marks comes out whole: a font may lack a mark and have what it
+/// makes of the letter.
+bool ShowsTogether(const Font& font, const std::vector<uint32_t>& codepoints) {
+    uint32_t letter = codepoints.front();
+    for (size_t i = 1; i < codepoints.size(); ++i) {
+        hb_codepoint_t composed = 0;
+        if (hb_unicode_compose(Unicode(), letter, codepoints[i], &composed) &&
+            font.Covers(composed)) {
+            letter = composed;
+        } else if (!font.Covers(codepoints[i])) {
+            return false;
+        }
+    }
+    return font.Covers(letter);
 }
 
 /// Scripts whose letters hang together: space between them would tear words apart.
@@ -170,7 +201,7 @@ LineShaper::LineShaper(const TextSettings& textSettings, const FontCatalogue& fo
         }
     }
     if (fonts.empty()) {
-        if (std::shared_ptr<Font> any = catalogue.FindCovering('A', settings.bold)) {
+        if (std::shared_ptr<Font> any = catalogue.FindCovering({'A'}, settings.bold)) {
             fonts.push_back(std::move(any));
         } else {
             throw HostError("cannot set text: no outline font was found; give a font file");
@@ -180,35 +211,49 @@ LineShaper::LineShaper(const TextSettings& textSettings, const FontCatalogue& fo
 
 LineShaper::~LineShaper() = default;
 
-int32_t LineShaper::FontFor(uint32_t codepoint) {
-    const auto known = fontOfCharacter.find(codepoint);
-    if (known != fontOfCharacter.end()) {
+int32_t LineShaper::FontFor(const std::vector<uint32_t>& codepoints) {
+    const auto known = fontOfCharacters.find(codepoints);
+    if (known != fontOfCharacters.end()) {
         return known->second;
     }
-    const auto covers = [codepoint](const auto& font) { return font->Covers(codepoint); };
-    auto found = std::find_if(fonts.begin(), fonts.end(), covers);
+    auto found = std::find_if(fonts.begin(), fonts.end(),
+                              [&](const auto& font) { return ShowsTogether(*font, codepoints); });
     if (found == fonts.end()) {
-        if (std::shared_ptr<Font> font = catalogue.FindCovering(codepoint, settings.bold)) {
+        if (std::shared_ptr<Font> font = catalogue.FindCovering(codepoints, settings.bold)) {
             fonts.push_back(std::move(font));
             found = fonts.end() - 1;
         }
     }
     const int32_t index = found == fonts.end() ? -1 : static_cast<int32_t>(found - fonts.begin());
-    fontOfCharacter[codepoint] = index;
+    fontOfCharacters[codepoints] = index;
     return index;
+}
+
+int32_t LineShaper::FontForCluster(const std::vector<uint32_t>& cluster) {
+    std::vector<uint32_t> shown;
+    std::copy_if(cluster.begin(), cluster.end(), std::back_inserter(shown),
+                 [](uint32_t codepoint) { return !ShowsNothing(codepoint); });
+    if (shown.empty()) {
+        return 0;
+    }
+    const int32_t ofBase = FontFor({shown.front()});
+    if (ofBase < 0) {
+        missing.insert(shown.front());
+        return -1;
+    }
+    if (ShowsTogether(*fonts[ofBase], shown)) {
+        return ofBase;
+    }
+    const int32_t ofAll = FontFor(shown);
+    return ofAll < 0 ? ofBase : ofAll;
 }
 
 std::vector<int32_t> LineShaper::FontsOf(const std::vector<uint32_t>& codepoints) {
     std::vector<int32_t> result;
-    for (const uint32_t codepoint : codepoints) {
-        if (!result.empty() && FollowsItsBase(codepoint)) {
-            result.push_back(result.back());
-            continue;
-        }
-        result.push_back(FollowsItsBase(codepoint) ? 0 : FontFor(codepoint));
-        if (result.back() < 0) {
-            missing.insert(codepoint);
-        }
+    for (auto base = codepoints.begin(); base != codepoints.end();) {
+        const auto end = std::find_if_not(base + 1, codepoints.end(), FollowsItsBase);
+        result.insert(result.end(), end - base, FontForCluster({base, end}));
+        base = end;
     }
     return result;
 }

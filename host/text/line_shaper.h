@@ -49,15 +49,18 @@ private:
     struct Run;
     class LineBuilder;
 
-    /// An index into `fonts`, or -1.
-    int32_t FontFor(uint32_t codepoint);
+    /// An index into `fonts`, or -1: the first font that shows all of these characters together.
+    int32_t FontFor(const std::vector<uint32_t>& codepoints);
+    /// The same for a character and the marks that follow it. Marks that only other fonts have go
+    /// without a glyph when no font has both; a character that no font has is noted as missing.
+    int32_t FontForCluster(const std::vector<uint32_t>& cluster);
     std::vector<int32_t> FontsOf(const std::vector<uint32_t>& codepoints);
     std::vector<Run> Itemise(const std::vector<uint32_t>& codepoints);
 
     const TextSettings& settings;
     const FontCatalogue& catalogue;
     std::vector<std::shared_ptr<Font>> fonts;
-    std::map<uint32_t, int32_t> fontOfCharacter;
+    std::map<std::vector<uint32_t>, int32_t> fontOfCharacters;
     std::set<uint32_t> missing;
 };
 

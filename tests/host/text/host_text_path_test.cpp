@@ -15,6 +15,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 constexpr const char* kSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+constexpr const char* kNotoSans = "/usr/share/fonts/truetype/noto/NotoSans-Regular.ttf";
 constexpr const char* kBitmapOnly = "/usr/share/fonts/truetype/noto/NotoColorEmoji.ttf";
 
 /// The text of a font that is the same everywhere.
@@ -245,6 +246,60 @@ TEST_F(HostText, AccentsMoveWithTheirLetter) {
     ASSERT_EQ(text->GetPathCount(), 2);
     const auto plain = HostTextPath::Create(Sans("ex"));
     EXPECT_LT(PathExtent(*text, 0).top, PathExtent(*plain, 0).top - 10);
+}
+
+// One font of the two has the letter, the other the letter and the mark.
+TEST_F(HostText, MarksComeFromAFontThatHasThemAndTheirLetter) {
+    if (!std::filesystem::exists(kNotoSans)) {
+        GTEST_SKIP() << "needs the Noto fonts: " << kNotoSans;
+    }
+    const FontCatalogue fonts({std::filesystem::path(kNotoSans).parent_path().string()});
+    const FontCatalogue nothing({});
+    const struct {
+        const char* name;
+        const char* text;
+        int32_t paths;
+        const char* warningAlone;  // of the first font without the others
+    } cases[] = {
+        {"a mark behind its letter", "ax\u0363", 2, "U+0078"},
+        {"one more of the same letter, and one that the first font has", "x\u0363x\u0301", 2,
+         "U+0078"},
+        {"a mark at the start of a line", "\u0363a", 2, "U+0363"},
+        {"a mark that the font has within a letter", "e\u0301", 1, ""},
+        {"a selector of variants that no font needs to have", "a\ufe0f", 1, ""},
+        {"a mark of direction at the start", "\u200f\u0363", 1, "U+0363"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::string warning;
+        const auto warn = [&](const std::string& line) { warning = line; };
+        TextSettings settings = Sans(c.text);
+        HostTextPath::Create(settings, warn, nothing);
+        EXPECT_THAT(warning, HasSubstr(c.warningAlone));
+        EXPECT_EQ(warning.empty(), *c.warningAlone == '\0');
+        warning.clear();
+        const auto text = HostTextPath::Create(settings, warn, fonts);
+        EXPECT_EQ(warning, "");
+        EXPECT_EQ(text->GetPathCount(), c.paths);
+        EXPECT_GT(WholeExtent(*text).points, 0);
+    }
+}
+
+// A second look into hundreds of files for each character would take seconds.
+TEST_F(HostText, WhatAFontCoversIsReadOnce) {
+    namespace fs = std::filesystem;
+    if (!fs::exists(kNotoSans)) {
+        GTEST_SKIP() << "needs the Noto fonts: " << kNotoSans;
+    }
+    const fs::path folder = KELMO_TEST_OUTPUT_DIR "/fonts";
+    fs::create_directories(folder);
+    fs::copy_file(kSans, folder / "font.ttf", fs::copy_options::overwrite_existing);
+    const FontCatalogue fonts({folder.string()});
+    EXPECT_EQ(fonts.FindCovering({'x', 0x0363}, false), nullptr);
+    EXPECT_NE(fonts.FindCovering({'x', 0x0301}, true), nullptr);
+    fs::copy_file(kNotoSans, folder / "font.ttf", fs::copy_options::overwrite_existing);
+    EXPECT_EQ(fonts.FindCovering({0x0363}, false), nullptr);
+    EXPECT_NE(FontCatalogue({folder.string()}).FindCovering({0x0363}, false), nullptr);
 }
 
 TEST_F(HostText, FilledContoursRunClockwiseOnScreenInFontsOfBothKinds) {
