@@ -5,6 +5,8 @@
 #include <fstream>
 #include <system_error>
 
+#include "platform/host_access.h"
+
 namespace kelmo {
 
 namespace fs = std::filesystem;
@@ -35,6 +37,11 @@ std::vector<FolderEntry> ListFolder(std::string_view folder) {
             std::error_code unknownKind;
             const bool isFolder = place->is_directory(unknownKind);
             entries.push_back({Utf8Path(place->path().filename()), isFolder && !unknownKind});
+        }
+        if (error && error != std::errc::no_such_file_or_directory &&
+            error != std::errc::not_a_directory) {
+            LogWarning("cannot read the folder %.*s: %s", static_cast<int>(folder.size()),
+                       folder.data(), error.message().c_str());
         }
     } catch (const std::exception&) {
         // A name that has no UTF-8 form, or no memory: what was listed so far stays.

@@ -23,7 +23,8 @@ struct FolderEntry {
 };
 
 /// The entries of a folder without "." and "..", ordered by the bytes of their names so that every
-/// machine lists alike. Empty for what cannot be listed.
+/// machine lists alike. Empty for what is no folder; one that cannot be read, or not to its end, is
+/// named in the log too.
 std::vector<FolderEntry> ListFolder(std::string_view folder);
 
 /// All bytes of a file. False, and empty bytes, for what cannot be read (a folder, say).

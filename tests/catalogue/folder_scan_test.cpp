@@ -4,8 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
+#include "support/as_nobody.h"
+#include "support/recording_host.h"
 #include "support/temporary_folder.h"
 
 namespace kelmo::test {
@@ -67,6 +70,23 @@ TEST(FolderScan, AddsNothingForWhatCannotBeListed) {
     EXPECT_THAT(Guids(folder.Path("missing")), IsEmpty());
     EXPECT_THAT(Guids(file), IsEmpty());
     EXPECT_THAT(Guids(""), IsEmpty());
+}
+
+TEST(FolderScan, NamesAFolderThatCannotBeReadAndGoesOn) {
+    const TemporaryFolder folder;
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::all);
+    folder.Write("locked/f.conf", Conf("locked"));
+    folder.Write("open/f.conf", Conf("open"));
+    const std::string locked = folder.Path("locked");
+    std::filesystem::permissions(locked, std::filesystem::perms::none);
+    AcquiredHost host;
+    {
+        const AsNobody nobody;
+        EXPECT_THAT(Guids(folder.Path()), ElementsAre("open"));
+    }
+    EXPECT_THAT(host.Texts(kLogWarning),
+                ElementsAre("cannot read the folder " + locked + ": Permission denied"));
+    std::filesystem::permissions(locked, std::filesystem::perms::owner_all);
 }
 
 TEST(FolderScan, AppendsToWhatIsThere) {

@@ -29,10 +29,10 @@ NLEOpenGLHumanMapEffect::NLEOpenGLHumanMapEffect(std::shared_ptr<NLEFilterInfo> 
 int32_t NLEOpenGLHumanMapEffect::InitParams() {
     engine->AddUniformVec3("uCenter", 0.0F, 0.0F, 0.0F);
     engine->AddUniformVec4("uBound", 0.0F, 0.0F, 1.0F, 1.0F);
-    // With the clip's own slot and the first texture's these are four, the first three clamped at
-    // the edge: the material ends where it ends.
-    engine->AddInputTexture(width, height, stride, true);
-    engine->AddInputTexture(width, height, stride, true);
+    // With the one that the base declares for the clip these are four: clip, mask and two textures,
+    // clamped at the edge, for the material ends where it ends. The base would ask whether the
+    // first texture has been loaded yet.
+    for (int i = 0; i < 3; ++i) engine->AddInputTexture(width, height, stride, true);
     return kFilterOk;
 }
 

@@ -114,6 +114,7 @@ int32_t NLEOpenGLHumanPoseStickerEffect::DoEffect(const FrameRecord& second,
     if (!engine) return kFilterFailed;
     cv::Mat picture;
     GetMat(picture, first);
+    if (picture.empty()) return kFilterFailed;
     cv::Point2f anchor;
     if (UpdatePose(picture, bindingType, anchor) != kFilterOk) return kFilterFailed;
     int32_t slot = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/image/corner_pin_effect.h"
 
+#include <cmath>
 #include <opencv2/imgproc.hpp>
 
 #include "framework/effect_registry.h"
@@ -20,6 +21,10 @@ float Turn(const cv::Point2f& a, const cv::Point2f& b, const cv::Point2f& c) {
 }  // namespace
 
 bool IsConvexQuad(const std::array<cv::Point2f, 4>& p) {
+    // Numbers that are none turn neither way, which would pass for convex.
+    for (const cv::Point2f& corner : p) {
+        if (!std::isfinite(corner.x) || !std::isfinite(corner.y)) return false;
+    }
     const bool side = Turn(p[0], p[1], p[3]) > 0.0F;
     return (Turn(p[1], p[3], p[2]) >= 0.0F) == side && (Turn(p[3], p[2], p[0]) >= 0.0F) == side &&
            (Turn(p[2], p[0], p[1]) >= 0.0F) == side;
@@ -58,6 +63,7 @@ void NLEOpenGLCornerPinEffect::UpdateMatrix(float right, float bottom) {
         homography = cv::getPerspectiveTransform(source.data(), target.data());
         // A quad without area has no way back; the zero matrix that comes out shows nothing.
         matrix = homography.inv();
+        if (!cv::checkRange(matrix)) matrix = cv::Mat::zeros(3, 3, CV_64F);
     }
     for (int column = 0; column < 3; ++column) {
         for (int row = 0; row < 3; ++row) {

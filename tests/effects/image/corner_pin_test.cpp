@@ -68,9 +68,10 @@ TEST_F(CornerPin, SendsTheIdentityForCornersAtTheirPlacesAndForNoProperQuad) {
 TEST_F(CornerPin, BearsCornersInOneSpotAndNumbersThatAreNone) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     for (const float v : {0.0F, 0.5F, 1e30F, nan}) {
-        MatrixFor({v, v, v, v, v, v, v, v});
+        for (const float entry : MatrixFor({v, v, v, v, v, v, v, v})) {
+            EXPECT_TRUE(std::isfinite(entry)) << v;
+        }
     }
-    SUCCEED();
 }
 
 TEST_F(CornerPin, SendsTheRegionThatItWasTold) {

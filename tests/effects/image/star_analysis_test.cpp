@@ -99,7 +99,7 @@ TEST(StarAnalysis, BearsTinyPictures) {
     for (const cv::Size& size : {cv::Size(1, 1), cv::Size(3, 2), cv::Size(1, 99)}) {
         StarAnalysis stars;
         stars.Run(cv::Mat(size, CV_8UC4, cv::Scalar::all(255)), 60.0F);
-        EXPECT_GE(stars.Count(), 0);
+        EXPECT_LE(stars.Count(), size.area());
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include "host/media/codecs.h"
 #include "tests/host/media/clips.h"
+#include "tests/support/as_nobody.h"
 
 namespace kelmo::host {
 namespace {
@@ -332,28 +333,13 @@ TEST(MediaWriter, RefusesWhatCannotWorkWithAReasonAndAHint) {
     EXPECT_THAT(ErrorOf([&] { writer->WriteFrame(clips::Solid(9, 8, {})); }), HasSubstr("9x8"));
 }
 
-// The superuser may write everywhere: becomes nobody for a while.
-class AsNobody {
-public:
-    AsNobody() {
-        if (before == 0) changed = seteuid(65534) == 0;
-    }
-    ~AsNobody() {
-        if (changed && seteuid(before) != 0) std::abort();
-    }
-
-private:
-    uid_t before = geteuid();
-    bool changed = false;
-};
-
 TEST(MediaWriter, AFolderWithoutPermissionIsNamed) {
     const std::string folder = OutputPath("locked");
     fs::create_directories(folder);
     fs::permissions(folder, fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
                                 fs::perms::others_exec);
     {
-        const AsNobody nobody;
+        const test::AsNobody nobody;
         if (access(folder.c_str(), X_OK) != 0) {
             GTEST_SKIP() << "nobody cannot even reach the test output";
         }

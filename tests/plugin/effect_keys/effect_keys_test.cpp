@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The registry against the list of all effects: no key at the wrong class, none twice, none that
-// nobody knows. Counts what is built.
+// The registry against the list of effects that projects of users name: no key at the wrong class,
+// none twice. Effects beyond the list have keys and classes of their own. Counts what is built.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -48,16 +48,23 @@ TEST(EffectKeysTest, TheTableIsWhole) {
 
 TEST(EffectKeysTest, EveryRegisteredKeyStandsAtItsClass) {
     const auto table = ReadTable();
+    std::set<std::string> listed;
+    for (const auto& [key, name] : table) listed.insert(name);
     std::set<std::string> built;
+    std::size_t keys = 0;
     for (const auto& [key, entry] : EffectRegistry::Instance().Entries()) {
         const auto row = table.find(key);
-        ASSERT_NE(row, table.end()) << key << " of " << entry.className << " is in no table";
+        if (row == table.end()) {
+            EXPECT_FALSE(listed.contains(entry.className))
+                << key << " is no key of " << entry.className;
+            continue;
+        }
         EXPECT_EQ(entry.className, row->second) << key;
         built.insert(entry.className);
+        ++keys;
     }
     EXPECT_THAT(EffectRegistry::Instance().Conflicts(), ::testing::IsEmpty());
-    std::cout << built.size() << " of 105 classes and "
-              << EffectRegistry::Instance().Entries().size() << " of 230 keys are registered\n";
+    std::cout << built.size() << " of 105 classes and " << keys << " of 230 keys are registered\n";
 }
 
 TEST(EffectKeysTest, AClassRegistersAllOfItsKeysOrNone) {
