@@ -272,7 +272,7 @@ TEST_F(CliTest, SoundThatCannotBeReadIsTold) {
     // What can be opened but once is read for its pictures.
     const RunResult pipe = RunProgram(
         {"sh", "-c",
-         "mkfifo in.mkv && { cat dark.mkv >in.mkv & } && exec timeout 60 " KELMO_BIN_DIR
+         "mkfifo in.mkv && { cat dark.mkv >in.mkv & } && exec timeout -s KILL 60 " KELMO_BIN_DIR
          "/kelmo --plugins " KELMO_TEST_PLUGINS "/good render -e Invert -i in.mkv -o o.mkv"},
         folder);
     EXPECT_EQ(pipe.exitCode, 0);
