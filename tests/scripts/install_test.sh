@@ -15,3 +15,4 @@ ffmpeg -v error -f lavfi -i testsrc2=size=64x36 -frames:v 1 "$place/in.png"
 (cd / && "$kelmo" render -q -e Duotone -i "$place/in.png" -o "$place/out.png")
 cmp -s "$place/in.png" "$place/out.png" && { echo "the picture did not change" >&2; exit 1; }
 [ -s "$place/out.png" ]
+[ ! -x "$build/stage/bin/kelmo-mesh" ] || "$place/moved/bin/kelmo-mesh" --help >/dev/null

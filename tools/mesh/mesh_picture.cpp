@@ -2,14 +2,18 @@
 #include "tools/mesh/mesh_picture.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <opencv2/imgproc.hpp>
+#include <vector>
 
 namespace kelmo::tools {
 namespace {
 
 constexpr int kSamples = 3;  // in x and in y for each pixel
+// Pictures are drawn in bands of so many pixel rows: some 150 MB of samples at the greatest width.
+constexpr int kBandRows = 128;
 const cv::Vec3f kBackground(0.16f, 0.14f, 0.13f);
 const cv::Vec3f kLineColor(0.05f, 0.05f, 0.05f);
 
@@ -48,22 +52,25 @@ cv::Vec3f Lit(const cv::Vec3f& color, cv::Vec3f normal, const MeshView& view) {
     return color * light + cv::Vec3f::all(0.35f * shine);
 }
 
-// The depth buffer and what stands in it, in samples.
+// The depth buffer of some pixel rows and what stands in it, in samples.
 class Canvas {
 public:
-    explicit Canvas(const MeshView& meshView)
+    Canvas(const MeshView& meshView, cv::Range pixelRows)
         : view(meshView),
-          color(meshView.height * kSamples, meshView.width * kSamples, CV_32FC3, kBackground),
+          rows(pixelRows),
+          color(pixelRows.size() * kSamples, meshView.width * kSamples, CV_32FC3, kBackground),
           depth(color.size(), CV_32F, cv::Scalar(std::numeric_limits<float>::lowest())) {}
 
-    void Triangle(const Vertex (&v)[3]) {
+    void Triangle(const std::array<Vertex, 3>& v) {
         const cv::Vec3f &a = v[0].screen, &b = v[1].screen, &c = v[2].screen;
         const float area = Side(a, b, c[0], c[1]);
         if (area == 0 || !std::isfinite(area)) return;
         const int left = std::max(0, Floor(std::min({a[0], b[0], c[0]})));
         const int right = std::min(color.cols - 1, Floor(std::max({a[0], b[0], c[0]})) + 1);
-        const int top = std::max(0, Floor(std::min({a[1], b[1], c[1]})));
-        const int bottom = std::min(color.rows - 1, Floor(std::max({a[1], b[1], c[1]})) + 1);
+        const int first = rows.start * kSamples;
+        const int top = std::max(first, Floor(std::min({a[1], b[1], c[1]})));
+        const int bottom =
+            std::min(first + color.rows - 1, Floor(std::max({a[1], b[1], c[1]})) + 1);
         for (int y = top; y <= bottom; ++y) {
             for (int x = left; x <= right; ++x) {
                 const float px = static_cast<float>(x) + 0.5f;
@@ -73,22 +80,21 @@ public:
                 const float wc = Side(a, b, px, py) / area;
                 if (wa < 0 || wb < 0 || wc < 0) continue;
                 const float z = wa * a[2] + wb * b[2] + wc * c[2];
-                if (z <= depth.at<float>(y, x)) continue;
-                depth.at<float>(y, x) = z;
+                if (z <= depth.at<float>(y - first, x)) continue;
+                depth.at<float>(y - first, x) = z;
                 const cv::Vec3f normal = v[0].normal * wa + v[1].normal * wb + v[2].normal * wc;
                 const cv::Vec3f surface = v[0].color * wa + v[1].color * wb + v[2].color * wc;
                 const bool isLine = view.lines && IsNearEdge(v, area, {wa, wb, wc});
-                color.at<cv::Vec3f>(y, x) = isLine ? kLineColor : Lit(surface, normal, view);
+                color.at<cv::Vec3f>(y - first, x) =
+                    isLine ? kLineColor : Lit(surface, normal, view);
             }
         }
     }
 
-    cv::Mat Picture() const {
+    void WriteTo(cv::Mat picture) const {
         cv::Mat small;
-        cv::resize(cv::min(color, 1.0), small, {view.width, view.height}, 0, 0, cv::INTER_AREA);
-        cv::Mat picture;
-        small.convertTo(picture, CV_8UC3, 255);
-        return picture;
+        cv::resize(cv::min(color, 1.0), small, {view.width, rows.size()}, 0, 0, cv::INTER_AREA);
+        small.convertTo(picture.rowRange(rows), CV_8UC3, 255);
     }
 
 private:
@@ -101,7 +107,7 @@ private:
     }
 
     // Weights are distances from the edges in units of the triangle's heights.
-    static bool IsNearEdge(const Vertex (&v)[3], float area, const cv::Vec3f& weights) {
+    static bool IsNearEdge(const std::array<Vertex, 3>& v, float area, const cv::Vec3f& weights) {
         for (int i = 0; i < 3; ++i) {
             const cv::Vec3f edge = v[(i + 2) % 3].screen - v[(i + 1) % 3].screen;
             const float distance = weights[i] * std::abs(area) / std::hypot(edge[0], edge[1]);
@@ -111,6 +117,7 @@ private:
     }
 
     const MeshView& view;
+    cv::Range rows;  ///< of the picture, pixels
     cv::Mat color;
     cv::Mat depth;
 };
@@ -183,14 +190,20 @@ Placing Fit(const VectorMesh& mesh, const MeshView& view) {
 }  // namespace
 
 cv::Mat DrawMesh(const VectorMesh& mesh, const MeshView& view) {
-    Canvas canvas(view);
     const Placing placing = Fit(mesh, view);
-    for (int64_t first = 0; first < int64_t{mesh.triangleCount} * 3; first += 3) {
-        const Vertex vertices[3] = {placing.Place(mesh, first), placing.Place(mesh, first + 1),
-                                    placing.Place(mesh, first + 2)};
-        canvas.Triangle(vertices);
+    std::vector<std::array<Vertex, 3>> triangles(mesh.triangleCount);
+    for (size_t i = 0; i < triangles.size(); ++i) {
+        const auto first = static_cast<int64_t>(3 * i);
+        triangles[i] = {placing.Place(mesh, first), placing.Place(mesh, first + 1),
+                        placing.Place(mesh, first + 2)};
     }
-    return canvas.Picture();
+    cv::Mat picture(view.height, view.width, CV_8UC3);
+    for (int row = 0; row < view.height; row += kBandRows) {
+        Canvas canvas(view, {row, std::min(row + kBandRows, view.height)});
+        for (const std::array<Vertex, 3>& triangle : triangles) canvas.Triangle(triangle);
+        canvas.WriteTo(picture);
+    }
+    return picture;
 }
 
 }  // namespace kelmo::tools

@@ -121,6 +121,13 @@ TEST(MeshTool, PicturesShowTheShapeAndFaultyNormals) {
     EXPECT_GT(ring[1], background[1] + 60);
     EXPECT_NEAR(ring[0], ring[2], 2) << "faces are grey";
 
+    // A tall picture is drawn in bands, and no seam shows.
+    view.height = 600;
+    const cv::Mat tall = DrawMesh(mesh, view);
+    ASSERT_EQ(tall.size(), cv::Size(120, 600));
+    EXPECT_EQ(cv::norm(tall.rowRange(240, 360), front, cv::NORM_INF), 0);
+    view.height = 120;
+
     view.rotateY = 60;
     cv::Mat isBlue;
     cv::inRange(DrawMesh(mesh, view), cv::Scalar(40, 0, 0), cv::Scalar(255, 160, 90), isBlue);
