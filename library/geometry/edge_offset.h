@@ -22,8 +22,10 @@ cv::Point2f UnitVector(const cv::Point2f& vector);
 /// Where a corner between the unit directions `incoming` and `outgoing` goes for an offset of 1: to
 /// the point at distance 1 from both edges, on the right-hand side in a y-up system. That is into
 /// the material for clockwise outer contours and counter-clockwise holes. Straight runs give length
-/// 1, sharp corners grow without limit. A full reversal has no such point and gives (0, 0): the tip
-/// of a hairline stays where it is rather than shooting off.
+/// 1, sharp corners grow without limit. The unit directions are floats; from there on everything is
+/// worked out in double precision and rounded once, since a mitre between almost parallel edges is
+/// the quotient of two small differences. A full reversal has no such point and gives (0, 0): the
+/// tip of a hairline stays where it is rather than shooting off.
 cv::Point2f OffsetDirection(const cv::Point2f& incoming, const cv::Point2f& outgoing);
 
 /// The offset direction of each point of a closed polyline; the result runs parallel to `points`.

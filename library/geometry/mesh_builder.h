@@ -58,8 +58,9 @@ public:
 
     /// Builds `contours` with a depth of `extrude` x 1.8 x the largest group size into `mesh` and
     /// fills `m_EdgeExtends`. `useLimit` is kept for the callers' sake; it is always false. False,
-    /// and a line in the log, when there is nothing to build (the mesh then holds what it held) or
-    /// no memory for it (the mesh is empty).
+    /// and a line in the log, when there is nothing to build or no memory for it. Without memory
+    /// the mesh is empty. With nothing to build it holds what it held, also when that is an older
+    /// mesh: whoever draws it goes on with that, and must not be told that it is the new one.
     bool BuildMesh(VectorMesh& mesh, Contours& contours, float extrude, bool useLimit);
 
     /// Number of triangles that `BuildMesh` writes; also the steps of the outlines (twice for an

@@ -328,6 +328,9 @@ TEST(BuildMesh, refusesWhatHasNoTrianglesOrTooMany) {
     for (const MeshGroup& group : bevels.Groups()) {
         EXPECT_LT(std::abs(group.frontZ) + std::abs(group.offsetFactor), 1e-6f);
     }
+    Contours nothing;
+    EXPECT_FALSE(builder.BuildMesh(mesh, nothing, 0.1f, false));
+    EXPECT_EQ(mesh.triangleCount, 2) << "a mesh in use stays what it was";
 }
 
 TEST(VectorMesh, makesLinesOnDemand) {
