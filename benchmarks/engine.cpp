@@ -108,7 +108,7 @@ void Compare(benchmark::State& state, Ours&& ours, Peer&& peer) {
 struct BarePass {
     BarePass(Stage& stage) : width(stage.width), height(stage.height) {
         std::string error;
-        program = BuildShaders(stage.engine->Device(), {stage.path, "", {}, {}}, {}, 0, error);
+        program = BuildShaders(*stage.engine->Device(), {stage.path, "", {}, {}}, {}, 0, error);
         glGenTextures(2, textures);
         for (const GLuint texture : textures) {
             glBindTexture(GL_TEXTURE_2D, texture);
@@ -123,7 +123,7 @@ struct BarePass {
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, textures[1], 0);
         glGenVertexArrays(1, &vertexArray);
         glBindVertexArray(vertexArray);
-        glBindBuffer(GL_ARRAY_BUFFER, stage.engine->Device().Commons().quadBuffer.Id());
+        glBindBuffer(GL_ARRAY_BUFFER, stage.engine->Device()->Commons().quadBuffer.Id());
         for (const auto& attribute : program->Attributes()) {
             const bool isPosition = attribute.name == "position";
             const auto location = static_cast<GLuint>(attribute.location);
@@ -167,7 +167,8 @@ struct BarePass {
 /// A whole pass to its end, with nothing read back. Target: within 10 percent.
 void PassBesideBareGl(benchmark::State& state) {
     Stage stage(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
-    const GlScope scope(stage.engine->Device());
+    const std::shared_ptr<GlDevice> device = stage.engine->Device();
+    const GlScope scope(*device);
     BarePass bare(stage);
     float value = 0;
     Compare(
@@ -185,7 +186,8 @@ void PassBesideBareGl(benchmark::State& state) {
 /// Making the engine's context current and giving the thread back, which each operation does once.
 void EnterAndLeaveContext(benchmark::State& state) {
     Stage stage(16, 16);
-    for (auto _ : state) const GlScope scope(stage.engine->Device());
+    const std::shared_ptr<GlDevice> device = stage.engine->Device();
+    for (auto _ : state) const GlScope scope(*device);
 }
 
 /// A CPU picture to a slot, turned over on its way, beside memcpy.
