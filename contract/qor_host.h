@@ -219,7 +219,9 @@ public:
     /// Pointer-sized values by name; `out` has room for `size` bytes. 0 = written. The name asked
     /// for is "ObjectAiDataTransferPtr" (contract/ai_transfer.h).
     virtual int32_t GetCustomData(const char* name, int32_t hostType, void* out, int32_t size) = 0;
-    /// The value at a position; the record arrives with the type that is asked for. 0 = filled.
+    /// The value at a position; the record arrives with the type that is asked for. For a name that
+    /// an effect asks for on its own that is kHostPointer, and the answer has a type of its own. 0
+    /// = filled.
     virtual int32_t GetParamValue(const char* name, int32_t position, QorValue* value) = 0;
     /// Asked at prepare time: true when the effect reads pixels, so that frames must carry them.
     virtual void SetNeedCpuFrame(bool need) = 0;
@@ -244,7 +246,8 @@ public:
     virtual int32_t Reserved1(QorRenderContext* context) = 0;
     /// Takes time and parameter values from the context. Always 0.
     virtual int32_t SyncFrame(QorRenderContext* context) = 0;
-    /// Draws the frame of the last `SyncFrame`. 0 ok, 4 failed.
+    /// Draws the frame of the last `SyncFrame`. 0 ok, 4 failed, or nothing to draw on this frame:
+    /// then no line of level 4 is logged on this thread, and the clip goes on as it is.
     virtual int32_t GLRender(QorRenderContext* context) = 0;
     /// A second entry to the same operation.
     virtual int32_t GLRenderAlt(QorRenderContext* context) = 0;

@@ -9,10 +9,11 @@ trap 'rm -rf "$place"' EXIT
 cmake --install "$build" --prefix "$place/first" >/dev/null
 mv "$place/first" "$place/moved"  # nothing may remember where it was put
 kelmo="$place/moved/bin/kelmo"
-count=$(cd / && "$kelmo" list --json | grep -c '"guid"')
-[ "$count" -ge 26 ] || { echo "only $count effects listed" >&2; exit 1; }
+cmp <("$build/stage/bin/kelmo" list) <(cd / && "$kelmo" list) ||
+    { echo "the catalogue is another one than in the build folder" >&2; exit 1; }
 ffmpeg -v error -f lavfi -i testsrc2=size=64x36 -frames:v 1 "$place/in.png"
 (cd / && "$kelmo" render -q -e Duotone -i "$place/in.png" -o "$place/out.png")
-cmp -s "$place/in.png" "$place/out.png" && { echo "the picture did not change" >&2; exit 1; }
-[ -s "$place/out.png" ]
-[ ! -x "$build/stage/bin/kelmo-mesh" ] || "$place/moved/bin/kelmo-mesh" --help >/dev/null
+pixels() { ffmpeg -v error -i "$1" -f rawvideo -pix_fmt rgba -; }
+[ "$(pixels "$place/out.png" | wc -c)" -eq $((64 * 36 * 4)) ] || { echo "no picture came out" >&2; exit 1; }
+cmp -s <(pixels "$place/in.png") <(pixels "$place/out.png") && { echo "the picture did not change" >&2; exit 1; }
+"$place/moved/bin/kelmo-mesh" --help >/dev/null

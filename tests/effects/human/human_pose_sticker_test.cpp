@@ -180,6 +180,12 @@ TEST_F(PoseSticker, IsOfNoSizeWhileItHangsOnNothing) {
     ExpectSticker(32, 22, 1.0F, 1.0F, "shoulders at last");
 }
 
+TEST_F(PoseSticker, TakesNoReferenceFromAFrameWithoutAPicture) {
+    EXPECT_EQ(test::DrawFrame(*effect, 0, FrameRecord::TargetLess(0, 0, 0)), kFilterFailed);
+    ASSERT_EQ(Draw(), kFilterOk);
+    ExpectSticker(24, 9, 1.0F, 1.0F, "the first frame with one");
+}
+
 TEST_F(PoseSticker, RefusesABindingThatIsNoWholeNumber) {
     Bind(1);
     EXPECT_EQ(effect->SetParam("binding_type", kParamFloat, NLEParamValue::Float(0.0F)),
