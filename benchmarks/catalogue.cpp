@@ -4,56 +4,16 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
-#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
 
+#include "benchmarks/catalogue_folder.h"
 #include "catalogue/filter_catalogue.h"
 #include "catalogue/json_reader.h"
 
 namespace kelmo {
 namespace {
-
-// One entry of ordinary size: two textures, six parameters, an extern list.
-std::string Entry(int index) {
-    std::ostringstream out;
-    out << R"({"GUID": "508D116E-422F-4360-843A-)" << 100000000000 + index
-        << R"(", "NAME": "Filter )" << index << R"(", "DATAPATH": "/qor_effect/material/family/f)"
-        << index << R"(/", "OPENGL": "filter.frag", "OPENGL_VERTEX": "filter.vert",
- "OPENGL_EXTERN": "{noise.glsl,blur.glsl}{easing.glsl}", "ENCRYPT": "0", "DYNAMIC": "1",
- "TEXTURES": [{"TYPE": "image", "FILE": "light[25].png"}, {"TYPE": "image", "FILE": "ramp.png"}],
- "PARAMS": [)";
-    for (int i = 0; i < 6; ++i) {
-        out << (i == 0 ? "" : ",\n  ") << R"({"NAME": "uParam)" << i << R"(", "ALIAS": "Parameter )"
-            << i << R"(", "TYPE": "float", "UIType": "Mult100", "MIN": 0.0, "MAX": 1.0,)"
-            << R"( "DEFAULT": 0.5})";
-    }
-    out << "]}";
-    return out.str();
-}
-
-// A resource folder with a catalogue file of so many entries, removed at the end.
-class ResourceFolder {
-public:
-    explicit ResourceFolder(int entries)
-        : path(std::filesystem::temp_directory_path() /
-               ("kelmo-benchmark-" + std::to_string(entries))) {
-        std::filesystem::create_directories(path / "qor_effect/material");
-        std::ofstream file(CatalogueFile(path.string()));
-        for (int i = 0; i < entries; ++i) {
-            file << (i == 0 ? "[" : ",\n") << Entry(i);
-        }
-        file << "]";
-    }
-    ~ResourceFolder() { std::filesystem::remove_all(path); }
-
-    std::string Path() const { return path.string(); }
-
-private:
-    std::filesystem::path path;
-};
 
 using Clock = std::chrono::steady_clock;
 
@@ -63,7 +23,7 @@ double Seconds(Clock::duration duration) {
 
 // Both sides in turn within one loop, so that the ratio is of one machine in one mood.
 void LoadCatalogueBesideBareParsing(benchmark::State& state) {
-    const ResourceFolder folder(static_cast<int>(state.range(0)));
+    const CatalogueFolder folder(static_cast<int>(state.range(0)));
     double loading = 0;
     double parsing = 0;
     for (auto _ : state) {
