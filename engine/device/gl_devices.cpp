@@ -22,7 +22,8 @@ std::shared_ptr<GlDevice> GlDevices::Current() {
     for (const HostDevice& known : hostDevices) {
         if (known.context == handle) return known.device;
     }
-    std::erase_if(hostDevices, [](const HostDevice& known) { return known.device.use_count() == 1; });
+    std::erase_if(hostDevices,
+                  [](const HostDevice& known) { return known.device.use_count() == 1; });
     hostDevices.push_back({handle, std::make_shared<GlDevice>(std::move(context), log)});
     return hostDevices.back().device;
 }

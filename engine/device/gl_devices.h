@@ -18,8 +18,8 @@ public:
     /// With the contexts of the host.
     explicit GlDevices(const EngineLog& log) : log(log) {}
 
-    /// The device to make an effect with: that of the context which is current on this thread. Null,
-    /// after a log line, without one.
+    /// The device to make an effect with: that of the context which is current on this thread.
+    /// Null, after a log line, without one.
     ///
     /// A device whose context is not this one and that no effect uses is let go of here: the host
     /// may have ended that context at any time, and took our objects along when it did.

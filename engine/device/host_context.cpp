@@ -8,8 +8,8 @@
 namespace kelmo {
 namespace {
 
-/// A library that contexts come from. It is asked only when the process has it loaded, which whoever
-/// made a context has, wherever the host loaded it to; it then stays loaded.
+/// A library that contexts come from. It is asked only when the process has it loaded, which
+/// whoever made a context has, wherever the host loaded it to; it then stays loaded.
 class WindowSystem {
 public:
     constexpr WindowSystem(const char* library, const char* function)

@@ -221,10 +221,9 @@ void SetAwkwardState() {
     glBindVertexArray(array);
     glGenFramebuffers(1, &framebuffer);
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    for (const GLenum name :
-         {GL_BLEND, GL_DEPTH_TEST, GL_CULL_FACE, GL_SCISSOR_TEST, GL_STENCIL_TEST,
-          GL_FRAMEBUFFER_SRGB, GL_RASTERIZER_DISCARD, GL_COLOR_LOGIC_OP, GL_PRIMITIVE_RESTART,
-          GL_CLIP_DISTANCE0}) {
+    for (const GLenum name : {GL_BLEND, GL_DEPTH_TEST, GL_CULL_FACE, GL_SCISSOR_TEST,
+                              GL_STENCIL_TEST, GL_FRAMEBUFFER_SRGB, GL_RASTERIZER_DISCARD,
+                              GL_COLOR_LOGIC_OP, GL_PRIMITIVE_RESTART, GL_CLIP_DISTANCE0}) {
         glEnable(name);
     }
     glScissor(1, 1, 1, 1);
@@ -355,7 +354,8 @@ TEST(EngineInAnEsContext, RefusesItWithAWord) {
     if (!context.IsValid()) GTEST_SKIP() << "no OpenGL ES on this machine";
     EngineLogLines::Take();
     EXPECT_FALSE(MakeHostContextEngine(EngineLogLines::Callback));
-    EXPECT_THAT(EngineLogLines::Take(), HasSubstr("OpenGL 3.3 is needed, the context has OpenGL ES"));
+    EXPECT_THAT(EngineLogLines::Take(),
+                HasSubstr("OpenGL 3.3 is needed, the context has OpenGL ES"));
 }
 
 TEST_F(EngineInHostContext, AnEffectMayOutliveTheEngine) {
