@@ -33,7 +33,8 @@ public:
     virtual float GetAngle() = 0;
     /// Whether box and rects below exist.
     virtual bool HasDecoration() = 0;
-    /// 8 floats (4 corners x, y) and a packed colour; false when there is no box.
+    /// 8 floats (4 corners x, y) and a packed colour; false when there is no box. Rects are drawn
+    /// only with a box: one without area serves where there are lines alone.
     virtual bool GetBox(float* corners, uint32_t* color) = 0;
     /// A copy that outlives this object.
     virtual void Clone(std::shared_ptr<TextPath>* out) = 0;
