@@ -17,7 +17,7 @@
 #include <opencv2/imgproc.hpp>
 #include <string>
 
-#include "framework/astc_file.h"
+#include "framework/astc/astc_file.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <cmath>
 
-#include "framework/audio_analysis.h"
+#include "framework/audio/audio_analysis.h"
 
 namespace kelmo {
 namespace {

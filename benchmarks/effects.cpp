@@ -10,7 +10,7 @@
 #include "catalogue/filter_catalogue.h"
 #include "effects/image/color_statistics.h"
 #include "effects/image/star_analysis.h"
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 #include "tests/effects/support/material_effect.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "effects/human/parallel_mask_blend_invoker.h"
-#include "framework/multiply_table.h"
+#include "framework/shared/multiply_table.h"
 
 namespace kelmo {
 namespace {

@@ -7,12 +7,12 @@
 #include <filesystem>
 #include <string>
 
-#include "host/media/frame_drain.h"
-#include "host/media/frame_exporter.h"
-#include "host/media/frame_importer.h"
-#include "host/media/frame_prefetcher.h"
-#include "host/media/media_reader.h"
-#include "host/media/media_writer.h"
+#include "host/media/decode/frame_importer.h"
+#include "host/media/decode/frame_prefetcher.h"
+#include "host/media/decode/media_reader.h"
+#include "host/media/encode/frame_drain.h"
+#include "host/media/encode/frame_exporter.h"
+#include "host/media/encode/media_writer.h"
 
 namespace kelmo::host {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "geometry/bevel_mesh_builder.h"
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
+#include "geometry/mesh/bevel_mesh_builder.h"
 #include "geometry/shapes/outlines.h"
 
 namespace kelmo {

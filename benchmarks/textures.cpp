@@ -10,8 +10,8 @@
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "framework/texture_file.h"
-#include "framework/texture_loader.h"
+#include "framework/textures/texture_file.h"
+#include "framework/textures/texture_loader.h"
 #include "support/temporary_folder.h"
 
 namespace kelmo {

@@ -7,7 +7,7 @@
 #include <chrono>
 #include <opencv2/imgproc.hpp>
 
-#include "geometry/bitmap_trace.h"
+#include "geometry/trace/bitmap_trace.h"
 
 namespace kelmo {
 namespace {

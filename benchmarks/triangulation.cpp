@@ -14,7 +14,7 @@
 #include <deque>
 #include <opencv2/core/utility.hpp>
 
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
 #include "geometry/shapes/outlines.h"
 
 namespace kelmo {

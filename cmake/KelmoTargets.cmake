@@ -90,15 +90,21 @@ endif()
 # The programs of the ThreadSanitizer run, built without the rest.
 add_custom_target(kelmo_thread_tests)
 
-# kelmo_test(NAME [THREADS] [LABELS l...] [LINK lib...]): one GoogleTest program of all .cpp files of
-# the current folder, registered with ctest. THREADS marks it for the ThreadSanitizer run.
+# kelmo_test(NAME [THREADS] [FOLDERS f...] [LABELS l...] [LINK lib...]): one GoogleTest program of all .cpp
+# files of the current folder, and of the folders named, registered with ctest. THREADS marks it for the
+# ThreadSanitizer run.
 function(kelmo_test name)
-  cmake_parse_arguments(ARG "THREADS" "" "LINK;LABELS;ARGS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  cmake_parse_arguments(ARG "THREADS" "" "FOLDERS;LINK;LABELS;ARGS" ${ARGN})
+  set(patterns "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  foreach(folder IN LISTS ARG_FOLDERS)
+    list(APPEND patterns "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
   if(NOT sources)
     return()
   endif()
   add_executable(${name} ${sources})
+  target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name} PRIVATE kelmo_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
   target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
   target_compile_definitions(${name} PRIVATE

@@ -11,7 +11,7 @@
 
 #include <fmt/format.h>
 
-#include "host/media/media_error.h"
+#include "host/media/common/media_error.h"
 #include "host/session/host_error.h"
 
 namespace kelmo::host {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "contract/ai_filter.h"
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 #include "host/session/dynamic_library.h"
 #include "host/session/host_services.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 
 namespace kelmo::host {
 

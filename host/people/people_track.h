@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "contract/ai_filter.h"
-#include "host/media/fit.h"
-#include "host/media/frame_rate.h"
+#include "host/media/common/frame_rate.h"
+#include "host/media/picture/fit.h"
 
 namespace kelmo::host {
 

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 #include "host/session/effect_session.h"
 #include "host/session/gpu_picture.h"
 

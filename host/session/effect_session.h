@@ -7,7 +7,7 @@
 
 #include "contract/ai_transfer.h"
 #include "contract/qor_host.h"
-#include "host/media/frame_rate.h"
+#include "host/media/common/frame_rate.h"
 #include "host/session/effect_description.h"
 #include "host/session/host_frame.h"
 #include "host/session/host_services.h"

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 #include "host/session/host_services.h"
 
 namespace kelmo::host {

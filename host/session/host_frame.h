@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "contract/qor_host.h"
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 #include "host/session/host_services.h"
 
 namespace kelmo::host {

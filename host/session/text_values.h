@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/media/frame_rate.h"
+#include "host/media/common/frame_rate.h"
 
 /// Reading of what people type. Everything here takes the whole text or nothing: an empty result
 /// says that the text is not such a value. Decimal points are points in every locale.

@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "catalogue/filter_catalogue.h"
-#include "framework/effect_engine.h"
-#include "framework/effect_registry.h"
-#include "framework/filter_guids.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/engine/effect_engine.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
+#include "framework/filter/nle_opengl_filter.h"
 #include "platform/host_access.h"
 #include "plugin/qor_opengl_filter_effect.h"
 

@@ -3,7 +3,7 @@
 
 #include "contract/frame_record.h"
 #include "contract/qor_host.h"
-#include "framework/audio_analysis.h"
+#include "framework/audio/audio_analysis.h"
 
 /// Frames and sound of the host as the filters take them: everything borrowed, nothing copied.
 namespace kelmo {

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "framework/parameter_upload.h"
+#include "framework/filter/parameter_upload.h"
 #include "plugin/value_conversion.h"
 
 namespace kelmo {

@@ -3,7 +3,7 @@
 
 #include "catalogue/nle_filter_info.h"
 #include "contract/qor_host.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
 
 namespace kelmo {
 

@@ -5,8 +5,8 @@
 
 #include "catalogue/filter_catalogue.h"
 #include "catalogue/folder_scan.h"
-#include "framework/effect_engine.h"
-#include "framework/filter_guids.h"
+#include "framework/engine/effect_engine.h"
+#include "framework/filter/filter_guids.h"
 #include "platform/host_access.h"
 #include "plugin/parameter_publication.h"
 

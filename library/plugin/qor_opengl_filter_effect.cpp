@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "contract/ai_transfer.h"
-#include "framework/effect_engine.h"
-#include "framework/filter_guids.h"
+#include "framework/engine/effect_engine.h"
+#include "framework/filter/filter_guids.h"
 #include "platform/gl_entry_points.h"
 #include "platform/host_access.h"
 #include "platform/thread_id.h"

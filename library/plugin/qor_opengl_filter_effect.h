@@ -6,7 +6,7 @@
 
 #include "contract/frame_record.h"
 #include "contract/qor_host.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
 #include "plugin/parameter_sync.h"
 
 namespace kelmo {

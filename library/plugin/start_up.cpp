@@ -5,9 +5,9 @@
 
 #include "bindings/ai_effect_lib.h"
 #include "catalogue/filter_catalogue.h"
-#include "framework/effect_engine.h"
-#include "framework/sub_filters.h"
-#include "framework/texture_background.h"
+#include "framework/engine/effect_engine.h"
+#include "framework/filter/sub_filters.h"
+#include "framework/textures/texture_background.h"
 #include "platform/host_access.h"
 #include "plugin/effect_creation.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/astc_file.h"
+#include "framework/astc/astc_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, std::size_t size) {
     std::string error;

@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "geometry/contour_face.h"
-#include "geometry/contours.h"
+#include "geometry/contours/contour_face.h"
+#include "geometry/contours/contours.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 #include "host/session/catalogue.h"
 #include "host/session/effect_session.h"
 

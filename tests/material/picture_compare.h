@@ -6,7 +6,7 @@
 #include <array>
 #include <string>
 
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 
 namespace kelmo::test {
 

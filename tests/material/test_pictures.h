@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "host/media/picture.h"
+#include "host/media/picture/picture.h"
 
 namespace kelmo::test {
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "catalogue/filter_catalogue.h"
-#include "framework/effect_engine.h"
+#include "framework/engine/effect_engine.h"
 #include "plugin/parameter_publication.h"
 #include "tests/plugin/exports.h"
 #include "tests/support/filter_descriptions.h"

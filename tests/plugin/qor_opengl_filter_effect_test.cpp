@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "framework/filter_guids.h"
-#include "framework/nle_opengl_combine_filter.h"
+#include "framework/filter/filter_guids.h"
+#include "framework/filter/nle_opengl_combine_filter.h"
 #include "tests/support/engine_session.h"
 #include "tests/support/fake_render_context.h"
 #include "tests/support/filter_descriptions.h"

@@ -7,10 +7,10 @@
 #include <stdexcept>
 
 #include "catalogue/filter_catalogue.h"
-#include "framework/effect_engine.h"
-#include "framework/effect_registry.h"
-#include "framework/filter_guids.h"
-#include "framework/sub_filters.h"
+#include "framework/engine/effect_engine.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
+#include "framework/filter/sub_filters.h"
 #include "platform/host_access.h"
 #include "tests/plugin/exports.h"
 #include "tests/support/engine_session.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "framework/effect_engine.h"
+#include "framework/engine/effect_engine.h"
 #include "tests/support/recording_engine.h"
 
 namespace kelmo::test {

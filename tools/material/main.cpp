@@ -7,7 +7,7 @@
 
 #include "catalogue/description_check.h"
 #include "catalogue/filter_catalogue.h"
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 #include "tools/material/assemble.h"
 #include "tools/material/shader_compiler.h"
 #include "tools/material/unused_params.h"

@@ -7,7 +7,7 @@
 #include <opencv2/imgproc.hpp>
 #include <stdexcept>
 
-#include "framework/texture_file.h"
+#include "framework/textures/texture_file.h"
 
 namespace kelmo::measure {
 namespace {

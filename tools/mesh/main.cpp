@@ -7,8 +7,8 @@
 #include <fstream>
 #include <opencv2/imgcodecs.hpp>
 
-#include "geometry/bevel_mesh_builder.h"
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
+#include "geometry/mesh/bevel_mesh_builder.h"
 #include "host/text/host_text_path.h"
 #include "tools/mesh/mesh_picture.h"
 #include "tools/mesh/obj_writer.h"

@@ -3,7 +3,7 @@
 
 #include <opencv2/core.hpp>
 
-#include "geometry/vector_mesh.h"
+#include "geometry/mesh/vector_mesh.h"
 
 namespace kelmo::tools {
 

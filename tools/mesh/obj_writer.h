@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "geometry/vector_mesh.h"
+#include "geometry/mesh/vector_mesh.h"
 
 namespace kelmo::tools {
 

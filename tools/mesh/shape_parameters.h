@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "geometry/mesh_builder_shape.h"
+#include "geometry/mesh/mesh_builder_shape.h"
 
 namespace kelmo::tools {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 
 namespace kelmo {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bindings/ai_filter_handle.h"
-#include "framework/nle_opengl_combine_filter.h"
+#include "framework/filter/nle_opengl_combine_filter.h"
 
 namespace kelmo {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "effects/human/mask_stage.h"
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 
 namespace kelmo {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "effects/human/mask_stage.h"
 #include "effects/human/parallel_mask_blend_invoker.h"
-#include "framework/effect_registry.h"
-#include "framework/picture_record.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/shared/picture_record.h"
 
 namespace kelmo {
 namespace {

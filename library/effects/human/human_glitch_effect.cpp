@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 
 namespace kelmo {
 namespace {

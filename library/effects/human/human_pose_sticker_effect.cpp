@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "bindings/pose_block.h"
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 
 namespace kelmo {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <opencv2/core/hal/intrin.hpp>
 
-#include "framework/multiply_table.h"
+#include "framework/shared/multiply_table.h"
 
 namespace kelmo {
 namespace {

@@ -4,11 +4,11 @@
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 
-#include "framework/effect_registry.h"
-#include "framework/filter_guids.h"
-#include "framework/material_binding.h"
-#include "framework/texture_file.h"
-#include "framework/texture_frames.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
+#include "framework/textures/material_binding.h"
+#include "framework/textures/texture_file.h"
+#include "framework/textures/texture_frames.h"
 
 namespace kelmo {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "effects/image/star_analysis.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
 
 namespace kelmo {
 

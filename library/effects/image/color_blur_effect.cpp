@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/image/color_blur_effect.h"
 
-#include "framework/effect_registry.h"
-#include "framework/filter_guids.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
 
 namespace kelmo {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 
 namespace kelmo {
 namespace {

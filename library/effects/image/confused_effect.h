@@ -2,7 +2,7 @@
 #pragma once
 
 #include "effects/image/kept_picture.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
 
 namespace kelmo {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <opencv2/imgproc.hpp>
 
-#include "framework/effect_registry.h"
-#include "framework/filter_guids.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
 
 namespace kelmo {
 namespace {

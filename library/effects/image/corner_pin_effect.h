@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
 
 namespace kelmo {
 

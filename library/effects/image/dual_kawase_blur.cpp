@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "framework/effect_registry.h"
-#include "framework/filter_guids.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
 
 namespace kelmo {
 namespace {

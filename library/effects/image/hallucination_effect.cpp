@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "framework/effect_registry.h"
-#include "framework/material_binding.h"
-#include "framework/texture_frames.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/textures/material_binding.h"
+#include "framework/textures/texture_frames.h"
 
 namespace kelmo {
 namespace {

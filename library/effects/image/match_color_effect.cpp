@@ -4,8 +4,8 @@
 #include <array>
 #include <cmath>
 
-#include "framework/effect_registry.h"
-#include "framework/material_binding.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/textures/material_binding.h"
 
 namespace kelmo {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/image/retro_effect.h"
 
-#include "framework/effect_registry.h"
-#include "framework/filter_guids.h"
-#include "framework/material_binding.h"
-#include "framework/texture_frames.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
+#include "framework/textures/material_binding.h"
+#include "framework/textures/texture_frames.h"
 
 namespace kelmo {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "framework/nle_opengl_filter.h"
-#include "framework/sub_filters.h"
+#include "framework/filter/nle_opengl_filter.h"
+#include "framework/filter/sub_filters.h"
 
 namespace kelmo {
 

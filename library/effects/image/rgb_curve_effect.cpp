@@ -2,8 +2,8 @@
 #include "effects/image/rgb_curve_effect.h"
 
 #include "effects/image/rgb_curve_params.h"
-#include "framework/effect_registry.h"
-#include "framework/material_binding.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/textures/material_binding.h"
 
 namespace kelmo {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "effects/image/curve_point.h"
 #include "effects/image/rgb_curve_params.h"
-#include "framework/nle_opengl_combine_filter.h"
+#include "framework/filter/nle_opengl_combine_filter.h"
 
 namespace kelmo {
 

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "framework/effect_registry.h"
-#include "framework/material_binding.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/textures/material_binding.h"
 #include "platform/host_access.h"
 
 namespace kelmo {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "framework/matrix4.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
+#include "framework/shared/matrix4.h"
 
 namespace kelmo {
 

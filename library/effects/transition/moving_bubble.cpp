@@ -4,7 +4,7 @@
 #include <cmath>
 #include <opencv2/core.hpp>
 
-#include "framework/quad_corners.h"
+#include "framework/shared/quad_corners.h"
 
 namespace kelmo {
 namespace {

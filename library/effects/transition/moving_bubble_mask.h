@@ -2,7 +2,7 @@
 #pragma once
 
 #include "effects/transition/moving_bubble.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
 
 namespace kelmo {
 

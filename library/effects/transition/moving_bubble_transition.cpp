@@ -2,8 +2,8 @@
 #include "effects/transition/moving_bubble_transition.h"
 
 #include "effects/transition/bubble_guids.h"
-#include "framework/effect_registry.h"
-#include "framework/material_binding.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/textures/material_binding.h"
 
 namespace kelmo {
 namespace {

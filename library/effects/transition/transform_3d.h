@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "framework/nle_opengl_filter.h"
-#include "framework/texture_reference.h"
+#include "framework/filter/nle_opengl_filter.h"
+#include "framework/shared/texture_reference.h"
 
 namespace kelmo {
 

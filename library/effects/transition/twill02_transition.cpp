@@ -2,7 +2,7 @@
 #include "effects/transition/twill02_transition.h"
 
 #include "effects/transition/clip_measure.h"
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 
 namespace kelmo {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "framework/easing.h"
-#include "framework/effect_registry.h"
-#include "framework/material_binding.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/shared/easing.h"
+#include "framework/textures/material_binding.h"
 
 namespace kelmo {
 namespace {

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "effects/transition/box_mesh.h"
-#include "framework/matrix4.h"
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
+#include "framework/shared/matrix4.h"
 
 namespace kelmo {
 

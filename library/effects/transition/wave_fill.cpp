@@ -2,8 +2,8 @@
 #include "effects/transition/wave_fill.h"
 
 #include "effects/transition/clip_measure.h"
-#include "framework/effect_registry.h"
-#include "framework/material_binding.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/textures/material_binding.h"
 
 namespace kelmo {
 namespace {

@@ -8,7 +8,7 @@
 #include "bindings/ai_effect_lib.h"
 #include "bindings/ai_filter_handle.h"
 #include "effects/human/human_map_effect.h"
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 #include "tests/effects/support/material_effect.h"
 #include "tests/support/filter_descriptions.h"
 

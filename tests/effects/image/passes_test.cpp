@@ -6,7 +6,7 @@
 #include "effects/beam/beam_eclosion_effect.h"
 #include "effects/image/dual_kawase_blur.h"
 #include "effects/image/motion_blur.h"
-#include "framework/filter_guids.h"
+#include "framework/filter/filter_guids.h"
 #include "tests/effects/support/material_effect.h"
 
 namespace kelmo {

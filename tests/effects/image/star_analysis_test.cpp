@@ -5,7 +5,7 @@
 
 #include <opencv2/imgproc.hpp>
 
-#include "framework/filter_guids.h"
+#include "framework/filter/filter_guids.h"
 #include "tests/effects/support/material_effect.h"
 
 namespace kelmo {

@@ -6,8 +6,8 @@
 
 #include "catalogue/filter_catalogue.h"
 #include "catalogue/folder_scan.h"
-#include "framework/effect_registry.h"
-#include "framework/sub_filters.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/sub_filters.h"
 
 namespace kelmo::test {
 namespace {

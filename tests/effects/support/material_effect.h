@@ -5,7 +5,7 @@
 #include <opencv2/core.hpp>
 #include <string>
 
-#include "framework/nle_opengl_filter.h"
+#include "framework/filter/nle_opengl_filter.h"
 #include "tests/support/engine_session.h"
 #include "tests/support/recording_host.h"
 

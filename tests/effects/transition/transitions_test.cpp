@@ -8,8 +8,8 @@
 #include "effects/transition/bubble_guids.h"
 #include "effects/transition/clip_measure.h"
 #include "effects/transition/moving_bubble.h"
-#include "framework/easing.h"
-#include "framework/matrix4.h"
+#include "framework/shared/easing.h"
+#include "framework/shared/matrix4.h"
 #include "tests/effects/support/material_effect.h"
 
 namespace kelmo {

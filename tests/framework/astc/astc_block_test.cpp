@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "framework/astc_block.h"
+#include "framework/astc/astc_block.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,9 +10,9 @@
 #include <sstream>
 
 #include "block_writer.h"
-#include "framework/astc_block_mode.h"
-#include "framework/astc_paint.h"
-#include "framework/astc_quantization.h"
+#include "framework/astc/astc_block_mode.h"
+#include "framework/astc/astc_paint.h"
+#include "framework/astc/astc_quantization.h"
 
 namespace astc_codec::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "framework/astc_file.h"
+#include "framework/astc/astc_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "framework/audio_analysis.h"
+#include "framework/audio/audio_analysis.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "framework/audio_kernels.h"
+#include "framework/audio/audio_kernels.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

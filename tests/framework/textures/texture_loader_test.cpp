@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "framework/texture_loader.h"
+#include "framework/textures/texture_loader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@
 #include <opencv2/videoio.hpp>
 
 #include "contract/qor_host.h"
-#include "framework/texture_file.h"
-#include "framework/texture_video.h"
+#include "framework/textures/texture_file.h"
+#include "framework/textures/texture_video.h"
 #include "support/recording_host.h"
 #include "support/temporary_folder.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
 
 #include <opencv2/imgproc.hpp>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cmath>
 
-#include "geometry/contours.h"
+#include "geometry/contours/contours.h"
 
 namespace kelmo::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <limits>
 #include <opencv2/imgproc.hpp>
 
-#include "geometry/contours.h"
+#include "geometry/contours/contours.h"
 
 namespace kelmo::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <limits>
 
-#include "geometry/contours.h"
+#include "geometry/contours/contours.h"
 #include "scripted_text.h"
 
 namespace kelmo::test {

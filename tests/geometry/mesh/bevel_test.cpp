@@ -5,10 +5,10 @@
 #include <limits>
 #include <random>
 
-#include "geometry/bevel_mesh_builder.h"
-#include "geometry/bevel_normals.h"
-#include "geometry/bevel_profile.h"
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
+#include "geometry/mesh/bevel_mesh_builder.h"
+#include "geometry/mesh/bevel_normals.h"
+#include "geometry/mesh/bevel_profile.h"
 #include "geometry/shapes/outlines.h"
 #include "mesh_checks.h"
 

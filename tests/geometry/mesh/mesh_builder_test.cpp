@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "geometry/mesh_builder.h"
+#include "geometry/mesh/mesh_builder.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "geometry/bevel_mesh_builder.h"
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
+#include "geometry/mesh/bevel_mesh_builder.h"
 #include "geometry/shapes/outlines.h"
 #include "mesh_checks.h"
 

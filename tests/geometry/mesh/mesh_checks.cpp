@@ -10,7 +10,7 @@
 #include <map>
 #include <new>
 
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
 #include "geometry/shapes/outlines.h"
 
 namespace {

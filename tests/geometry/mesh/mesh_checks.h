@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "geometry/bevel_mesh_builder.h"
+#include "geometry/mesh/bevel_mesh_builder.h"
 
 namespace kelmo::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "geometry/edge_offset.h"
+#include "geometry/offset/edge_offset.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
 
 namespace kelmo::test {
 namespace {

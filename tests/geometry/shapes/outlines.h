@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "geometry/contours.h"
+#include "geometry/contours/contours.h"
 #include "geometry/shapes/font_text_path.h"
 
 namespace kelmo::test {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "geometry/bitmap_trace_steps.h"
+#include "geometry/trace/bitmap_trace_steps.h"
 
 #include "traced_picture.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "geometry/bitmap_trace.h"
+#include "geometry/trace/bitmap_trace.h"
 
 #include <opencv2/imgproc.hpp>
 

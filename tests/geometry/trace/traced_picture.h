@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "geometry/bitmap_trace.h"
+#include "geometry/trace/bitmap_trace.h"
 
 namespace kelmo::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "geometry/delaunay.h"
+#include "geometry/triangulation/delaunay.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <opencv2/imgproc.hpp>
 #include <random>
 
-#include "geometry/delaunay_points.h"
-#include "geometry/delaunay_triangle.h"
+#include "geometry/triangulation/delaunay_points.h"
+#include "geometry/triangulation/delaunay_triangle.h"
 
 namespace kelmo {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "geometry/face_triangulation.h"
+#include "geometry/triangulation/face_triangulation.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,9 @@
 #include <opencv2/imgproc.hpp>
 #include <random>
 
-#include "geometry/contour_face.h"
-#include "geometry/face_triangulation_probe.h"
+#include "geometry/contours/contour_face.h"
 #include "geometry/shapes/outlines.h"
+#include "geometry/triangulation/face_triangulation_probe.h"
 #include "plain_passes.h"
 
 namespace kelmo {

@@ -6,7 +6,7 @@
 #include <numbers>
 #include <opencv2/imgproc.hpp>
 
-#include "geometry/delaunay.h"
+#include "geometry/triangulation/delaunay.h"
 
 namespace kelmo::test {
 namespace {

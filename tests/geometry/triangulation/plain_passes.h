@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "geometry/face_triangulation.h"
+#include "geometry/triangulation/face_triangulation.h"
 
 namespace kelmo::test {
 

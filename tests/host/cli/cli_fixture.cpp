@@ -9,7 +9,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/media/media_writer.h"
+#include "host/media/encode/media_writer.h"
 
 namespace kelmo::host {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/media/media_reader.h"
+#include "host/media/decode/media_reader.h"
 
 namespace kelmo::host {
 

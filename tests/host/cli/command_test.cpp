@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "cli_fixture.h"
-#include "host/media/audio_reader.h"
+#include "host/media/sound/audio_reader.h"
 
 namespace kelmo::host {
 namespace {

@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "cli_fixture.h"
-#include "host/cli/contact_sheet.h"
+#include "host/cli/commands/contact_sheet.h"
 #include "host/cli/progress.h"
-#include "host/cli/timeline_sound.h"
+#include "host/cli/render/timeline_sound.h"
 #include "host/session/host_error.h"
 
 namespace kelmo::host {

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "host/media/audio_reader.h"
-#include "host/media/media_reader.h"
-#include "host/media/media_writer.h"
+#include "host/media/decode/media_reader.h"
+#include "host/media/encode/media_writer.h"
+#include "host/media/sound/audio_reader.h"
 
 // Clips that the tests make with the ffmpeg program, and what they compare them with.
 namespace kelmo::host::clips {

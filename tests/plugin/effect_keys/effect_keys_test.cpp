@@ -10,7 +10,7 @@
 #include <set>
 #include <string>
 
-#include "framework/effect_registry.h"
+#include "framework/filter/effect_registry.h"
 
 namespace kelmo {
 namespace {

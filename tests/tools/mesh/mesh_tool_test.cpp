@@ -11,8 +11,8 @@
 #include <set>
 #include <sstream>
 
-#include "geometry/bevel_mesh_builder.h"
-#include "geometry/contour_face.h"
+#include "geometry/contours/contour_face.h"
+#include "geometry/mesh/bevel_mesh_builder.h"
 #include "geometry/shapes/outlines.h"
 #include "tools/mesh/mesh_picture.h"
 #include "tools/mesh/obj_writer.h"

@@ -5,8 +5,8 @@
 #include <set>
 #include <thread>
 
-#include "host/media/frame_drain.h"
-#include "host/media/frame_prefetcher.h"
+#include "host/media/decode/frame_prefetcher.h"
+#include "host/media/encode/frame_drain.h"
 #include "tests/host/media/clips.h"
 
 namespace kelmo::host {
