@@ -33,7 +33,7 @@ std::string Installation::PluginFile() const {
     return (plugins / kPluginFileName).string();
 }
 
-std::string Installation::LibraryFile(const std::string& name) const {
+std::string Installation::PathOfLibrary(const std::string& name) const {
     return (plugins / (name + KELMO_LIBRARY_SUFFIX)).string();
 }
 

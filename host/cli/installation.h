@@ -18,7 +18,7 @@ struct Installation {
 
     std::string PluginFile() const;
     /// A library beside the plug-in by its name without ending.
-    std::string LibraryFile(const std::string& name) const;
+    std::string PathOfLibrary(const std::string& name) const;
     std::string MaterialFolder() const;
 };
 

@@ -84,9 +84,9 @@ void TryEngine(const std::string& file, uint8_t noDevice) {
 
 Finding ExamineEngine(const Installation& where, const char* name, bool ownContext) {
     Finding finding{ownContext ? "engine" : "engine for --gpu", Health::kGood,
-                    where.LibraryFile(name), ""};
+                    where.PathOfLibrary(name), ""};
     try {
-        TryEngine(where.LibraryFile(name), ownContext ? 1 : 0);
+        TryEngine(where.PathOfLibrary(name), ownContext ? 1 : 0);
     } catch (const std::exception& error) {
         finding.health = ownContext ? Health::kBroken : Health::kReduced;
         finding.detail = error.what();
