@@ -148,6 +148,14 @@ bool IsPart(const EffectDescription& effect) {
     return effect.name.find("(part of") != std::string::npos;
 }
 
+bool IsOfTheMoment(const EffectDescription& effect) {
+    return effect.name == "Body Lightning" || effect.name == "Hand Lightning Crown";
+}
+
+bool GoesOn(const EffectDescription& effect) {
+    return effect.name == "Hand Lightning to the Ground" || effect.name == "Lightning Arc";
+}
+
 bool IsTransition(const EffectDescription& effect) {
     return effect.Type() == host::EffectType::kTransition;
 }

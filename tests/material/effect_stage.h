@@ -43,6 +43,10 @@ const EffectDescription& EffectNamed(const std::string& name);
 /// Entries that only work inside others; their picture alone means nothing.
 bool IsPart(const EffectDescription& effect);
 bool IsTransition(const EffectDescription& effect);
+/// Entries whose randomness is that of the moment: drawn again, a frame looks different.
+bool IsOfTheMoment(const EffectDescription& effect);
+/// Entries that go on with every frame drawn, whatever its position.
+bool GoesOn(const EffectDescription& effect);
 
 /// What the plug-in logged as warnings and errors since the last call.
 std::vector<std::string> TakeComplaints();

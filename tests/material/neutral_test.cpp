@@ -31,6 +31,7 @@ std::vector<NeutralCase> NeutralCases() {
         {"Angel Wings Sticker", {"amount=0"}},
         {"Background Blur", {"blur=0"}},
         {"Background Colour", {"amount=0"}},
+        {"Body Lightning", {"amount=0"}},
         {"Bokeh Lights", {"amount=0"}},
         {"Chromatic Aberration", {"amount=0"}},
         {"Clones", {"opacity=0"}},
@@ -49,13 +50,17 @@ std::vector<NeutralCase> NeutralCases() {
         {"Face Magnifier", {"magnification=1", "rim=0"}},
         {"Film Dust", {"amount=0", "fading=0", "flicker=0"}},
         {"Film Grain", {"amount=0"}},
+        {"Forearm Lightning", {"amount=0"}},
         {"Glow", {"intensity=0"}},
         {"Hallucination", {"filter=0", "echo=0"}},
         {"Halftone", {"amount=0"}},
+        {"Hand Lightning Crown", {"amount=0"}},
+        {"Hand Lightning to the Ground", {"amount=0"}},
         {"Heart Highlights", {"alpha=0"}},
         {"Hero Echo", {"opacity=0"}},
         {"Lens Distortion", {"amount=0"}},
         {"Light Leak", {"amount=0"}},
+        {"Lightning Arc", {"amount=0"}},
         {"Magic Circle", {"amount=0"}},
         {"Match Colour", {"strength=0"}},
         {"Match Colour", {"Enabled=0"}},
@@ -134,9 +139,12 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Spectrum Bars",      // bars
         "Waveform Glow",      // a line
         "Background Colour",  // a wall
-        "Magic Circle",       "Neon Outline",
+        "Magic Circle",         "Neon Outline",
         "Sticker Cutout",  // a poster
-        "Angel Halo Sticker", "Angel Wings Sticker", "Crown Sticker", "Pixel Sunglasses Sticker",
+        "Body Lightning",       "Forearm Lightning",
+        "Hand Lightning Crown", "Hand Lightning to the Ground",
+        "Angel Halo Sticker",   "Angel Wings Sticker",
+        "Crown Sticker",        "Pixel Sunglasses Sticker",
     };
     Picture clear = Clear(96, 54);
     for (const EffectDescription& effect : AllEffects()) {
