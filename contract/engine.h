@@ -156,8 +156,8 @@ class NLEOpenGLEffectEngine {
 public:
     virtual ~NLEOpenGLEffectEngine() = default;
     /// Makes the engine side of one filter. `multisample` asks for 3D drawing: smoothed edges.
-    /// `vertexPath` may be empty. `out` stays empty on failure. Objects may outlive neither the
-    /// engine nor, on the host's road, the host's context.
+    /// `vertexPath` may be empty. `out` stays empty on failure. Objects may outlive the
+    /// engine, but on the host's road not the host's context.
     virtual void CreateEngineEffect(int32_t width, int32_t height, int32_t stride, bool multisample,
                                     const char* fragmentPath,
                                     std::shared_ptr<NLEOpenGLEngineEffect>& out, int32_t encrypt,

@@ -49,10 +49,14 @@ enum QorPathKind : int32_t { kPathResources = 1, kPathPlugin = 2 };
 class QorHostUtilSuite {
 public:
     virtual ~QorHostUtilSuite() = default;
-    /// Writes a NUL-terminated UTF-8 folder path of at most `size` bytes. The buffer arrives preset
-    /// with a name of the folder ("resources", "qorPlugin"), which a host may use as a hint.
+    /// Writes a UTF-8 folder path of at most `size` bytes with its NUL. The buffer arrives preset
+    /// with a name of the folder ("resources", "qorPlugin"), which stands for the path when the host
+    /// leaves it. From any thread that calls the plug-in, under the rule of `Log`.
     virtual int32_t GetPath(int32_t kind, char* buffer, int32_t size) = 0;
-    /// printf format. May be called from any thread.
+    /// printf format; the text is borrowed. Called from any thread, by several at once: that of a
+    /// call, those that load in the background, workers of OpenCV, and also while the plug-in or
+    /// the engine holds a lock of its own. So a host must not hold a lock that its `Log` takes
+    /// while it calls the plug-in.
     virtual void Log(int32_t level, const char* format, ...) = 0;
 };
 
@@ -68,7 +72,7 @@ class QorGpuDeviceSuite {
 public:
     virtual ~QorGpuDeviceSuite() = default;
     virtual int32_t GetDeviceCount() = 0;
-    /// 0 when the record was filled.
+    /// Fills the record; one that it leaves alone counts as no OpenGL device.
     virtual int32_t GetDeviceInfo(int32_t index, QorGpuDeviceInfo* info) = 0;
     /// The GL texture id behind a frame's surface; 0 when it was written. The texture belongs to
     /// the host's context; texture coordinate (0, 0) is the bottom left of the picture.
@@ -170,10 +174,14 @@ public:
     virtual void* GetPixels() = 0;
     /// GPU surface for `QorGpuDeviceSuite::GetSurfaceTexture`, or null.
     virtual void* GetSurface() = 0;
-    /// 0 = done.
+    /// 0 = done. The one name is "SkipGroupTransform" (a bool, 1), set on the first input frame in
+    /// `SyncFrame` when an effect has read "TransformParam" there: it places the text itself, and
+    /// the host must not do it again. Who has no groups ignores it.
     virtual int32_t SetProperty(const char* name, const QorValue* value) = 0;
-    /// 0 = found and written. Names: "TextUserData" (pointer to a TextUserData),
-    /// "TransformParam" (pointer).
+    /// 0 = found and written. Names, asked for by text effects on the first input frame:
+    /// "TextUserData" (pointer to a TextUserData); "TransformParam" (pointer to seven floats: scale
+    /// x and y, 1 unless placed, translation x and y in fractions of the frame, two that are 0.5,
+    /// rotation in degrees). Both stay valid during the frame.
     virtual int32_t GetProperty(const char* name, QorValue* value) = 0;
 };
 
@@ -272,13 +280,15 @@ struct QorPluginInfo {
 /// The six exports of the plug-in, by name, with C linkage.
 ///
 /// Order of calls: `StartupQor` once; `RegisterQorEffect` for each index below `effectCount`; any
-/// number of `CreateQorEffect` and `ReleaseQorEffect`; `ShutdownQor` once.
+/// number of `CreateQorEffect` and `ReleaseQorEffect`; `ShutdownQor` once. After it effects that
+/// still live may draw on and are released; before anything else comes `StartupQor` again, with the
+/// same host or another. Descriptions that were read stay: a second start adds new ones alone.
 extern "C" {
 using StartupQorFn = int32_t (*)(QorPluginHost* host, QorPluginInfo* info);
 using ShutdownQorFn = int32_t (*)();
-/// 0, or 2 on a negative index, a null registrar or an empty entry.
+/// 0, or 2 on a null registrar or an index without an entry.
 using RegisterQorEffectFn = int32_t (*)(int32_t index, QorEffectRegistrar* registrar);
-/// Adds the first filter found below a folder. 0, or 2 when there is none.
+/// Adds the first filter found below a folder and describes it. 0, or 2 when there is none.
 using RegisterQorEffectFromConfPathFn = int32_t (*)(const char* folder,
                                                     QorEffectRegistrar* registrar);
 /// `deviceType` is 2 (OpenGL) when the host has reported such a device, else 0. 0, or 2 = refused.

@@ -44,6 +44,7 @@ public:
     virtual int32_t GetLayoutPath(int32_t index, const uint8_t** types, const float** xs,
                                   const float** ys, int32_t reserved) = 0;
     virtual void GetOrigin(float* x, float* y) = 0;
+    /// At most 4096 are read.
     virtual int32_t GetRectCount() = 0;
     /// Packed colour of all rects.
     virtual uint32_t GetRectColor() = 0;

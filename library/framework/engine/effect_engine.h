@@ -9,6 +9,8 @@
 /// The engine that runs all shaders: one per process, from the first effect to the shutdown.
 ///
 /// All functions may be called from any thread; who asks while another thread loads waits for it.
+/// The host is asked for its folder, and gets log lines, under that lock: contract/qor_host.h tells
+/// hosts what they must not hold meanwhile.
 /// The engine stays this file's. An engine library stays loaded until the process ends, because
 /// effects may outlive the engine.
 namespace kelmo {
@@ -22,7 +24,7 @@ void SetOpenGLDevice(bool found);
 
 /// The engine, made on the first call, or null when no library gives one. With a device that is
 /// TZOpenGLEffectMgr; without, TZOpenGLEffectMgr-mesa and then TZOpenGLEffectMgr-dx. They are
-/// looked for in the host's plug-in folder, beside this library, and where the system looks. A
+/// looked for beside this library, in the host's plug-in folder, and where the system looks. A
 /// library that lacks an export, or that refuses, is released again. A failed search is logged and
 /// repeated by the next call, so that an effect can be prepared again once the library is there.
 NLEOpenGLEffectEngine* AcquireEffectEngine();

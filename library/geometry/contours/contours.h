@@ -42,7 +42,7 @@ public:
     /// the arrays is dropped; a sub-contour with a point that is not finite, or a million half
     /// frame heights or more from the middle of the frame, is dropped. A box with such a corner
     /// counts as none, and a rect with one has no area. An angle that is not finite counts as 0, an
-    /// anchor as the middle, an origin as 0.
+    /// anchor as the middle, an origin as 0. Of more than 4096 rects the first ones count.
     void ParseTextPath(TextPath* textPath, int32_t width, int32_t height);
 
     /// Makes a mask of a four-channel 8-bit picture and traces it. `width` and `height` are the

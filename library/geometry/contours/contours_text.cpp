@@ -10,6 +10,9 @@ namespace kelmo {
 
 namespace {
 
+/// Lines over and under texts; a host that names more has lost count.
+constexpr int32_t kMostRects = 4096;
+
 constexpr float kHuge = std::numeric_limits<float>::max();
 
 /// Farther from the middle of the frame, in half frame heights, a face cannot be triangulated.
@@ -203,7 +206,7 @@ void Contours::ReadDecoration(TextPath& textPath, const cv::Point2d& offset,
     };
     float pixels[8] = {};
     m_BoxValid = textPath.GetBox(pixels, &m_BoxColor) && place(pixels, m_BoxCorners.data());
-    m_RectCount = std::max(textPath.GetRectCount(), 0);
+    m_RectCount = std::clamp(textPath.GetRectCount(), 0, kMostRects);
     m_RectColor = textPath.GetRectColor();
     m_Rects.clear();
     for (int32_t i = 0; i < m_RectCount; ++i) {
