@@ -50,8 +50,8 @@ class QorHostUtilSuite {
 public:
     virtual ~QorHostUtilSuite() = default;
     /// Writes a UTF-8 folder path of at most `size` bytes with its NUL. The buffer arrives preset
-    /// with a name of the folder ("resources", "qorPlugin"), which stands for the path when the host
-    /// leaves it. From any thread that calls the plug-in, under the rule of `Log`.
+    /// with a name of the folder ("resources", "qorPlugin"), which stands for the path when the
+    /// host leaves it. From any thread that calls the plug-in, under the rule of `Log`.
     virtual int32_t GetPath(int32_t kind, char* buffer, int32_t size) = 0;
     /// printf format; the text is borrowed. Called from any thread, by several at once: that of a
     /// call, those that load in the background, workers of OpenCV, and also while the plug-in or

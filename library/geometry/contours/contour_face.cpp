@@ -9,6 +9,7 @@
 
 #include "geometry/offset/edge_offset.h"
 #include "geometry/triangulation/face_triangulation.h"
+#include "geometry/triangulation/face_triangulation_probe.h"
 #include "platform/host_access.h"
 
 namespace kelmo {
@@ -29,38 +30,6 @@ float ClockwiseArea(const Polyline& points) {
     return area;
 }
 
-/// Answers whether points lie inside a contour, most of them by its box.
-class OuterContour {
-public:
-    explicit OuterContour(const Polyline& points) : contour(&points) {
-        for (const cv::Point2f& p : points) {
-            minX = std::min(minX, p.x);
-            maxX = std::max(maxX, p.x);
-            minY = std::min(minY, p.y);
-            maxY = std::max(maxY, p.y);
-        }
-        // So close to the left of an edge rounding decides; leave that to the test itself.
-        minX -= (maxX - minX) / 256;
-    }
-
-    const Polyline& Points() const { return *contour; }
-    float Left() const { return minX; }
-    float Right() const { return maxX; }
-
-    bool Encloses(const cv::Point2f& point) const {
-        const bool isNear =
-            point.x >= minX && point.x <= maxX && point.y >= minY && point.y <= maxY;
-        return isNear && cv::pointPolygonTest(*contour, point, false) > 0;
-    }
-
-private:
-    const Polyline* contour;
-    float minX = std::numeric_limits<float>::max();
-    float maxX = std::numeric_limits<float>::lowest();
-    float minY = minX;
-    float maxY = maxX;
-};
-
 /// Points on a grid over a box, which contours take out.
 class PointGrid {
 public:
@@ -75,16 +44,17 @@ public:
 
     /// Moves the points inside `contour` to `target`. The point that follows a moved one is passed
     /// over: it stays for a later contour, and the inner points stay apart from each other.
-    void MoveInside(const OuterContour& contour, std::vector<cv::Point2f>& target) {
+    void MoveInside(const ContourProbe& contour, std::vector<cv::Point2f>& target) {
         // They stand in order of x.
+        const cv::Rect2f box = contour.Box();
         const auto first =
-            std::lower_bound(points.begin(), points.end(), contour.Left(),
+            std::lower_bound(points.begin(), points.end(), box.x,
                              [](const cv::Point2f& point, float x) { return point.x < x; });
         bool isPassed = false;
         for (size_t i = first - points.begin(); i < points.size(); ++i) {
-            if (points[i].x > contour.Right()) break;
+            if (points[i].x > box.br().x) break;
             if (isTaken[i]) continue;
-            isTaken[i] = !isPassed && contour.Encloses(points[i]);
+            isTaken[i] = !isPassed && contour.Side(points[i]) > 0;
             if (isTaken[i]) target.push_back(points[i]);
             isPassed = isTaken[i] != 0;
         }
@@ -102,28 +72,29 @@ void MakeClockwise(Triangle2f& t) {
 }
 
 std::vector<Triangle2f> FillGroup(const Group& group, PointGrid grid) {
-    std::vector<OuterContour> outers;
+    std::vector<const Polyline*> outers;
     std::vector<const Polyline*> holes;
     for (const Polyline& contour : group) {
         if (contour.empty()) continue;
         if (ClockwiseArea(contour) > 0) {
-            outers.emplace_back(contour);
+            outers.push_back(&contour);
         } else {
             holes.push_back(&contour);
         }
     }
     std::vector<Triangle2f> triangles;
-    for (const OuterContour& outer : outers) {
-        std::vector<cv::Point2f> points = outer.Points();
+    for (const Polyline* outer : outers) {
+        const ContourProbe probe(FinitePoints(*outer));
+        std::vector<cv::Point2f> points = *outer;
         std::vector<const Polyline*> inner;
         for (const Polyline* hole : holes) {
-            if (outer.Encloses(hole->front())) {
+            if (IsFinite(hole->front()) && probe.Side(hole->front()) > 0) {
                 points.insert(points.end(), hole->begin(), hole->end());
                 inner.push_back(hole);
             }
         }
-        grid.MoveInside(outer, points);
-        Triangulate(triangles, points, outer.Points(), inner);
+        grid.MoveInside(probe, points);
+        Triangulate(triangles, points, *outer, inner);
     }
     std::for_each(triangles.begin(), triangles.end(), MakeClockwise);
     return triangles;

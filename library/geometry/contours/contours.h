@@ -29,6 +29,8 @@ class NormalisedSpace;
 /// `m_Points` back. One thread at a time; all members are owned by value.
 class Contours {
 public:
+    static constexpr size_t kMostStepsOfFace = 1 << 14;
+
     Contours() = default;
     virtual ~Contours() = default;
     Contours(const Contours&) = delete;
@@ -57,7 +59,10 @@ public:
                    int32_t threshold, bool reverse, bool force);
 
     /// Cuts the segments of `m_Paths` into steps. `segment` is the step length relative to the size
-    /// of a group; lines are cut only with `subdivideLines`.
+    /// of a group; lines are cut only with `subdivideLines`. Steps are longer where a group would
+    /// get more than `kMostStepsOfFace` of them beyond the first of each segment, or all groups
+    /// half a million: finer ones show nothing more, and a face of so many points takes about a
+    /// second.
     void FlattenPaths(float segment, bool subdivideLines);
 
     /// Gives back what flattening and triangulation have built.

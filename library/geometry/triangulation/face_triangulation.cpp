@@ -1,31 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "geometry/triangulation/face_triangulation.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "geometry/triangulation/delaunay.h"
 #include "geometry/triangulation/face_triangulation_list.h"
-#include "geometry/triangulation/face_triangulation_probe.h"
 #include "geometry/triangulation/face_triangulation_repair.h"
 
 namespace kelmo {
-namespace {
-
-bool IsFinite(const cv::Point2f& point) {
-    return std::isfinite(point.x) && std::isfinite(point.y);
-}
-
-Polyline FinitePoints(const Polyline& points) {
-    Polyline finite;
-    finite.reserve(points.size());
-    for (const cv::Point2f& point : points) {
-        if (IsFinite(point)) finite.push_back(point);
-    }
-    return finite;
-}
-
-}  // namespace
 
 void Triangulate(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points,
                  const Polyline& outer, const std::vector<const Polyline*>& holes) {
@@ -55,6 +35,7 @@ void Triangulate(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& p
         firstPlace = triangles.PlaceCount();
     }
     for (const FaceContour& contour : contours) RepairVertices(triangles, contour);
+    for (const FaceContour& contour : contours) CarveTriangles(triangles, contour, firstPlace);
     triangles.MoveTo(out);
 }
 

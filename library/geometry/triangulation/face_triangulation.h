@@ -4,12 +4,10 @@
 #include <opencv2/core/types.hpp>
 #include <vector>
 
+#include "geometry/triangulation/polyline.h"
 #include "geometry/triangulation/triangle2f.h"
 
 namespace kelmo {
-
-/// A closed line through its points; the last point joins the first.
-using Polyline = std::vector<cv::Point2f>;
 
 /// Fills one face: appends to `out` the triangles between `outer` and `holes`.
 ///
@@ -19,9 +17,10 @@ using Polyline = std::vector<cv::Point2f>;
 ///
 /// Delaunay first, repairs afterwards: contour edges that are missing are forced in, triangles
 /// outside the material are carved away, both twice, and contour points whose fan of triangles has
-/// a gap are refilled. Contours that cross themselves come out as the repairs leave them.
-/// Time grows with the number of points, but for an outline that needs many repairs. Keeps no
-/// state.
+/// a gap are refilled; what that adds is carved by every contour once more, since a point's own
+/// contour does not know of the holes beside it. Contours that cross themselves come out as the
+/// repairs leave them. Time grows with the number of points, but for an outline that needs many
+/// repairs. Keeps no state.
 void Triangulate(std::vector<Triangle2f>& out, const std::vector<cv::Point2f>& points,
                  const Polyline& outer, const std::vector<const Polyline*>& holes);
 

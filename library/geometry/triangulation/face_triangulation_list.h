@@ -44,15 +44,17 @@ public:
     /// Whether a triangle has both points as corners.
     bool HasEdge(int32_t first, int32_t second) const;
 
-    /// Calls `use(place)` for each triangle whose box meets the box around `a` and `b`.
+    /// Calls `use(place)` for each triangle from `firstPlace` on whose box meets the box around `a`
+    /// and `b`.
     template <typename Use>
-    void ForEachNear(const cv::Point2f& a, const cv::Point2f& b, Use&& use) const {
+    void ForEachNear(const cv::Point2f& a, const cv::Point2f& b, int32_t firstPlace,
+                     Use&& use) const {
         const Box wanted = Box::Around(a, b);
-        for (size_t block = 0; block < blocks.size(); ++block) {
+        for (size_t block = firstPlace / kBlockSize; block < blocks.size(); ++block) {
             if (!blocks[block].Meets(wanted)) continue;
             const auto first = static_cast<int32_t>(block * kBlockSize);
             const int32_t end = std::min<int32_t>(first + kBlockSize, PlaceCount());
-            for (int32_t place = first; place < end; ++place) {
+            for (int32_t place = std::max(first, firstPlace); place < end; ++place) {
                 if (!IsErased(place) && Box::Around(triangles[place]).Meets(wanted)) use(place);
             }
         }

@@ -18,6 +18,9 @@ public:
     /// 1 inside, 0 on the contour, -1 outside.
     int Side(const cv::Point2f& point) const;
 
+    /// Beyond this box every point is outside. Empty for no contour.
+    cv::Rect2f Box() const { return {cv::Point2f(minX, minY), cv::Point2f(maxX, maxY)}; }
+
 private:
     struct EdgeEnds {
         cv::Point2f start;

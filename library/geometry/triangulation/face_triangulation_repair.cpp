@@ -88,7 +88,7 @@ std::optional<cv::Point2f> NearestByAngle(const FaceTriangleList& triangles,
 std::vector<cv::Point2f> ClearEdge(FaceTriangleList& triangles, const cv::Point2f& a,
                                    const cv::Point2f& b) {
     std::vector<cv::Point2f> freed;
-    triangles.ForEachNear(a, b, [&](int32_t place) {
+    triangles.ForEachNear(a, b, 0, [&](int32_t place) {
         if (!Crosses(triangles.At(place), a, b)) return;
         triangles.Erase(place);
         for (const cv::Point2f& corner : Corners(triangles.At(place))) {
@@ -123,10 +123,6 @@ void RecoverEdge(FaceTriangleList& triangles, const cv::Point2f& a, const cv::Po
     std::vector<Triangle2f> added;
     GetDelaunayTriangleList(added, points);
     triangles.Append(added);
-}
-
-bool IsFinite(const cv::Point2f& point) {
-    return std::isfinite(point.x) && std::isfinite(point.y);
 }
 
 // A step without length has no direction; the contour is the same without it.
@@ -281,10 +277,16 @@ void RecoverEdges(FaceTriangleList& triangles, const FaceContour& contour) {
 }
 
 void CarveTriangles(FaceTriangleList& triangles, const FaceContour& contour, int32_t firstPlace) {
+    const auto carve = [&](int32_t place) {
+        if (IsCarved(triangles.At(place), contour)) triangles.Erase(place);
+    };
+    if (!contour.isOuter) {
+        const cv::Rect2f box = contour.probe.Box();
+        triangles.ForEachNear(box.tl(), box.br(), firstPlace, carve);
+        return;
+    }
     for (int32_t place = firstPlace; place < triangles.PlaceCount(); ++place) {
-        if (!triangles.IsErased(place) && IsCarved(triangles.At(place), contour)) {
-            triangles.Erase(place);
-        }
+        if (!triangles.IsErased(place)) carve(place);
     }
 }
 

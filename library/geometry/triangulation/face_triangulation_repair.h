@@ -41,7 +41,7 @@ private:
 void RecoverEdges(FaceTriangleList& triangles, const FaceContour& contour);
 
 /// Erases, from `firstPlace` on, triangles of which a part lies outside the outer contour or inside
-/// the hole. Three points in each triangle are probed.
+/// the hole. Three points in each triangle are probed; of a hole only those of triangles near it.
 void CarveTriangles(FaceTriangleList& triangles, const FaceContour& contour, int32_t firstPlace);
 void CarveTriangles(std::vector<Triangle2f>& triangles, const FaceContour& contour);
 

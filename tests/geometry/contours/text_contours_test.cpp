@@ -166,6 +166,11 @@ TEST(TextContours, ReadDecoration) {
         EXPECT_FALSE(contours.m_HasDecoration);
         EXPECT_FALSE(contours.m_BoxValid);
     }
+    text.hasDecoration = true;
+    text.rects.resize(5000);
+    Contours contours;
+    contours.ParseTextPath(&text, 200, 100);
+    EXPECT_EQ(contours.m_RectCount, 4096) << "no host says how many rects we hold";
 }
 
 TEST(TextContours, DecorationAndPlaceAreFinite) {

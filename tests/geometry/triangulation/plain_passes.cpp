@@ -187,9 +187,20 @@ void PlainTriangulate(std::vector<Triangle2f>& out, const std::vector<cv::Point2
         Carve(triangles, outer, true);
         for (const Polyline* hole : holes) Carve(triangles, *hole, false);
     }
-    Repair(triangles, outer, true);
-    for (const Polyline* hole : holes) Repair(triangles, *hole, false);
+    Triangles repairs;
+    const auto repair = [&](const Polyline& contour, bool isOuter) {
+        const auto before = static_cast<std::ptrdiff_t>(triangles.size());
+        Repair(triangles, contour, isOuter);
+        repairs.insert(repairs.end(), triangles.begin() + before, triangles.end());
+    };
+    const size_t carved = triangles.size();
+    repair(outer, true);
+    for (const Polyline* hole : holes) repair(*hole, false);
+    triangles.resize(carved);
+    Carve(repairs, outer, true);
+    for (const Polyline* hole : holes) Carve(repairs, *hole, false);
     out.insert(out.end(), triangles.begin(), triangles.end());
+    out.insert(out.end(), repairs.begin(), repairs.end());
 }
 
 }  // namespace kelmo::test
