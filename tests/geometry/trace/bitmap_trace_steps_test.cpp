@@ -32,6 +32,69 @@ Curve Square(double side) {
     return Polygon({{0, 0}, {0, side}, {side, side}, {side, 0}});
 }
 
+/// The walk around a lop-sided blob of 11 x 8 pixels, one letter a step.
+void WalkAroundBlob(Path& path) {
+    cv::Point2d at(3, 1);
+    for (const char step : std::string("DLDLDDRDDRDRDRRRURRURURUUULLULLULLLL")) {
+        path.pt.push_back(at);
+        at.x += (step == 'R') - (step == 'L');
+        at.y += (step == 'D') - (step == 'U');
+    }
+    path.len = static_cast<int32_t>(path.pt.size());
+}
+
+/// Where the lines through the blob's polygon edges meet.
+const std::vector<cv::Point2d> kBlobVertices = {{3, 1},
+                                                {0.763420, 3.989988},
+                                                {4.169844, 9.188848},
+                                                {8.326790, 8.101782},
+                                                {11.214286, 5.214286},
+                                                {10.914214, 3.207107},
+                                                {5.085786, 0.792893}};
+
+// The numbers of this test and the next were worked out apart from this code: penalties point by
+// point over all shortest polygons, fitted lines from the angle of the principal axis, joined
+// curves by bisection for the area and by sampling for the distances.
+TEST(BitmapTraceSteps, ABlobHasTheBestPolygonAndItsLinesMeetAtTheVertices) {
+    Path path;
+    WalkAroundBlob(path);
+    ComputeSums(path);
+    ComputeStraightReach(path);
+    FindPolygon(path);
+    ASSERT_THAT(path.po, ElementsAre(0, 5, 13, 18, 24, 26, 34));
+    AdjustVertices(path);
+    // The first corner has one line of a direction alone; its place hangs on a rounding.
+    for (int32_t i = 1; i < path.m; ++i) {
+        EXPECT_LT(cv::norm(path.curve->vertex[i] - kBlobVertices[i]), 2e-6) << i;
+    }
+}
+
+TEST(BitmapTraceSteps, ABlobIsJoinedToFourCurvesOfTheSameArea) {
+    Path path;
+    path.curve = std::make_unique<Curve>(Polygon(kBlobVertices));
+    SmoothCurve(*path.curve, 1);
+    JoinCurves(path, 0.2);
+    const struct {
+        cv::Point2d c[3];
+        double alpha;
+        double beta;
+    } expected[] = {
+        {{{0.19218, 4.75365}, {3.47086, 9.37164}, {6.248317, 8.645315}}, 0.249147, 0.678893},
+        {{{8.70103, 8.00392}, {11.27675, 5.63213}, {11.064250, 4.210696}}, 0.465167, 0.436007},
+        {{{10.90419, 3.14005}, {5.78465, 0.7235}, {4.042893, 0.896446}}, 0.270862, 0.860451},
+        {{{3.469302, 0.953401}, {2.496769, 1.672747}, {1.881710, 2.494994}}, 0.55, 0.141564},
+    };
+    ASSERT_EQ(path.curve->n, 4);
+    for (size_t i = 0; i < 4; ++i) {
+        for (size_t k = 0; k < 3; ++k) {
+            EXPECT_LT(cv::norm(path.curve->c[3 * i + k] - expected[i].c[k]), 2e-5) << i << k;
+        }
+        EXPECT_EQ(path.curve->tag[i], kCurveSegment);
+        EXPECT_NEAR(path.curve->alpha[i], expected[i].alpha, 2e-6) << i;
+        EXPECT_NEAR(path.curve->beta[i], expected[i].beta, 2e-6) << i;
+    }
+}
+
 TEST(BitmapTraceSteps, RoundingsAreTowardZero) {
     EXPECT_EQ(TruncatedSign(0.999), 0);
     EXPECT_EQ(TruncatedSign(-0.999), 0);
