@@ -44,6 +44,9 @@ MeshShape SettleShape(MeshShape shape) {
     if (shape.modelType < MeshShape::kBevelled || shape.modelType > MeshShape::kPlated) {
         shape.modelType = MeshShape::kBevelled;
     }
+    if (shape.modelType == MeshShape::kBevelled || shape.modelType == MeshShape::kPlated) {
+        shape.borderThickness = 0;
+    }
     shape.hiddenFillingSurface =
         shape.hiddenFillingSurface == 1 && shape.modelType == MeshShape::kBordered;
     shape.upperDoubleExtrude = shape.upperDoubleExtrude == 1;

@@ -39,8 +39,8 @@ struct MeshShape {
 /// The shape without values that have no meaning: numbers that are not finite count as 0, an
 /// unknown model as kBevelled, an extrusion type other than 0 as 1 (always 0 for kPlated), segments
 /// at least as many as the model needs and at most 2^25 (too many for any mesh), the level of the
-/// grid within its range, and only kBordered hides its faces. Settling again changes
-/// nothing.
+/// grid within its range, only kBordered hides its faces, and only models with a border have one
+/// of a thickness, so that equal shapes are equal records. Settling again changes nothing.
 MeshShape SettleShape(MeshShape shape);
 
 /// The shape that is built for the values that a user gave: settled, with the size that counts for

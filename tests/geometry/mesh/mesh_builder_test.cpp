@@ -42,6 +42,7 @@ TEST(AdjustShape, choosesTheSizeThatCountsForTheModel) {
         given.bevelSize = c.bevelSize;
         given.borderThickness = c.borderThickness;
         EXPECT_FLOAT_EQ(AdjustShape(given).bevelSize, c.expected) << c.model;
+        EXPECT_EQ(AdjustShape(given).borderThickness, c.model % 3 == 0 ? 0 : c.borderThickness);
     }
 }
 
