@@ -70,10 +70,6 @@ TEST(BitmapTraceSteps, ABlobHasTheBestPolygonAndItsLinesMeetAtTheVertices) {
 }
 
 TEST(BitmapTraceSteps, ABlobIsJoinedToFourCurvesOfTheSameArea) {
-    Path path;
-    path.curve = std::make_unique<Curve>(Polygon(kBlobVertices));
-    SmoothCurve(*path.curve, 1);
-    JoinCurves(path, 0.2);
     const struct {
         cv::Point2d c[3];
         double alpha;
@@ -84,14 +80,26 @@ TEST(BitmapTraceSteps, ABlobIsJoinedToFourCurvesOfTheSameArea) {
         {{{10.90419, 3.14005}, {5.78465, 0.7235}, {4.042893, 0.896446}}, 0.270862, 0.860451},
         {{{3.469302, 0.953401}, {2.496769, 1.672747}, {1.881710, 2.494994}}, 0.55, 0.141564},
     };
-    ASSERT_EQ(path.curve->n, 4);
-    for (size_t i = 0; i < 4; ++i) {
-        for (size_t k = 0; k < 3; ++k) {
-            EXPECT_LT(cv::norm(path.curve->c[3 * i + k] - expected[i].c[k]), 2e-5) << i << k;
+    // Mirrored it turns the other way round, and the same holds.
+    for (const double side : {1.0, -1.0}) {
+        SCOPED_TRACE(side);
+        const auto mirrored = [&](const cv::Point2d& p) { return cv::Point2d(side * p.x, p.y); };
+        std::vector<cv::Point2d> vertices;
+        for (const cv::Point2d& p : kBlobVertices) vertices.push_back(mirrored(p));
+        Path path;
+        path.curve = std::make_unique<Curve>(Polygon(vertices));
+        SmoothCurve(*path.curve, 1);
+        JoinCurves(path, 0.2);
+        ASSERT_EQ(path.curve->n, 4);
+        for (size_t i = 0; i < 4; ++i) {
+            for (size_t k = 0; k < 3; ++k) {
+                const cv::Point2d c = mirrored(expected[i].c[k]);
+                EXPECT_LT(cv::norm(path.curve->c[3 * i + k] - c), 2e-5) << i << k;
+            }
+            EXPECT_EQ(path.curve->tag[i], kCurveSegment);
+            EXPECT_NEAR(path.curve->alpha[i], expected[i].alpha, 2e-6) << i;
+            EXPECT_NEAR(path.curve->beta[i], expected[i].beta, 2e-6) << i;
         }
-        EXPECT_EQ(path.curve->tag[i], kCurveSegment);
-        EXPECT_NEAR(path.curve->alpha[i], expected[i].alpha, 2e-6) << i;
-        EXPECT_NEAR(path.curve->beta[i], expected[i].beta, 2e-6) << i;
     }
 }
 
