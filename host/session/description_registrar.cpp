@@ -18,6 +18,28 @@ double Shortened(float value) {
     return ParseNumber(fmt::format("{}", value)).value_or(value);
 }
 
+/// "blur_radius", "blurRadius", "uBlurRadius" as people read them: "Blur radius".
+std::string ReadableTitle(const std::string& name) {
+    const auto isUpper = [](char c) { return c >= 'A' && c <= 'Z'; };
+    const auto isLower = [](char c) { return c >= 'a' && c <= 'z'; };
+    // The mark of a uniform.
+    const bool marked = name.size() > 2 && name[0] == 'u' && (isUpper(name[1]) || name[1] == '_');
+    std::string title;
+    for (size_t i = marked ? 1 : 0; i < name.size(); ++i) {
+        const char c = name[i];
+        const bool gap = c == '_' || c == ' ' || c == '-';
+        const bool begins = isUpper(c) && i > 0 && isLower(name[i - 1]);
+        if ((gap || begins) && !title.empty() && title.back() != ' ') title += ' ';
+        if (gap) continue;
+        const bool alone = i + 1 >= name.size() || !isUpper(name[i + 1]);
+        const bool lower = isUpper(c) && begins && alone && !title.empty();
+        title += lower ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    while (!title.empty() && title.back() == ' ') title.pop_back();
+    if (!title.empty() && isLower(title[0])) title[0] = static_cast<char>(title[0] - 'a' + 'A');
+    return title.empty() ? name : title;
+}
+
 }  // namespace
 
 ParameterDescription& DescriptionRegistrar::Add(int32_t index, const char* name,
@@ -28,6 +50,9 @@ ParameterDescription& DescriptionRegistrar::Add(int32_t index, const char* name,
     parameter.index = index;
     parameter.name = key;
     parameter.display = TextOf(display);
+    if (parameter.display.empty() || parameter.display == key) {
+        parameter.display = ReadableTitle(key);
+    }
     parameter.kind = kind;
     return parameter;
 }

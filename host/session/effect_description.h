@@ -63,6 +63,8 @@ struct EffectDescription {
     std::vector<ParameterDescription> parameters;
 
     EffectType Type() const;
+    /// Stages of other effects say so in their names; alone they have little to show.
+    bool IsPart() const { return name.find("(part of ") != std::string::npos; }
     bool WantsAudio() const { return (flags & kFlagAudio) != 0; }
     const ParameterDescription* Parameter(std::string_view parameterName) const;
 };

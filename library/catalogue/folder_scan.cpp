@@ -29,6 +29,10 @@ public:
                 Scan(path, depth + 1);
                 continue;
             }
+            // A pipe would be waited for.
+            if (!entry.isRegular) {
+                continue;
+            }
             if (entry.name.find(".conf") != std::string::npos) {
                 confFile = path;
             }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "catalogue/json_reader.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 
 #include "catalogue/json_fields.h"
@@ -58,10 +61,9 @@ void LogSkipped(const EntrySource& source, const json& entry, const char* reason
     LogError("kelmo: %s skipped: %s", Describe(source, GuidForMessage(entry)).c_str(), reason);
 }
 
-std::string PathOf(const std::string& dataPath, const std::string& file, const char* key,
-                   std::size_t limit = kMaxPathLength) {
+std::string PathOf(const std::string& dataPath, const std::string& file, const char* key) {
     std::string path = dataPath + file;
-    RequireLength(path, limit, key);
+    RequireLength(path, kMaxPathLength, key);
     return path;
 }
 
@@ -196,8 +198,8 @@ private:
         }
         const std::string& typeText = TextOf(*type, "TYPE");
         const std::string prefix = typeText == "image" ? std::string() : typeText + "|";
-        info.AddTexture(info.textureCount++, PathOf(prefix + info.dataPath, TextOf(*file, "FILE"),
-                                                    "FILE", kMaxTexturePathLength));
+        info.AddTexture(info.textureCount++,
+                        PathOf(prefix + info.dataPath, TextOf(*file, "FILE"), "FILE"));
     }
 
     void ReadParam(const json& element) {
@@ -249,6 +251,50 @@ private:
     NLEFilterInfo& info;
 };
 
+// Numbers that no double holds make the parser refuse the whole text. Each is named in the log and
+// becomes an array, which no key takes: its entry alone is refused then. False if there is none.
+bool ReplaceHugeNumbers(std::string& text, std::string_view file) {
+    std::string mended;
+    std::size_t copied = 0;
+    std::size_t line = 1;
+    std::size_t lineStart = 0;
+    bool inText = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '\n') {
+            ++line;
+            lineStart = i + 1;
+        } else if (inText) {
+            i += c == '\\';
+            inText = c != '"';
+        } else if (c == '"') {
+            inText = true;
+        } else if (c == '-' || (c >= '0' && c <= '9')) {
+            const std::size_t end =
+                std::min(text.find_first_not_of("+-.0123456789eE", i), text.size());
+            const std::string number = text.substr(i, end - i);
+            if (!std::isfinite(std::strtod(number.c_str(), nullptr))) {
+                LogError("kelmo: %.*s, line %zu, column %zu: no number is as large as %.40s",
+                         static_cast<int>(file.size()), file.data(), line, i - lineStart + 1,
+                         number.c_str());
+                mended.append(text, copied, i - copied).append("[0]");
+                copied = end;
+            }
+            i = end - 1;
+        }
+    }
+    if (copied == 0) {
+        return false;
+    }
+    text = mended.append(text, copied, std::string::npos);
+    return true;
+}
+
+// As ParseJson, and a number beyond all range costs its entry alone.
+bool ParseFile(std::string& text, std::string_view file, json& value) {
+    return ParseJson(text, value) || (ReplaceHugeNumbers(text, file) && ParseJson(text, value));
+}
+
 bool LogReadFailure(const std::string& file) {
     LogError("[LoadJsonFromPath]Read OpenGLFilterConf Failed: %s", file.c_str());
     return false;
@@ -272,7 +318,7 @@ bool LoadJsonFromPath(const std::string& resourceFolder, json& entries) {
         LogError("[LoadJsonFromPath]Open OpenGLFilterConf Failed: %s", file.c_str());
         return false;
     }
-    if (!ParseJson(text, entries) || !entries.is_array()) {
+    if (!ParseFile(text, file, entries) || !entries.is_array()) {
         return LogReadFailure(file);
     }
     LogInfo("[LoadJsonFromPath]Load OpenGLFilterConf Success: %s", file.c_str());
@@ -326,7 +372,7 @@ std::shared_ptr<NLEFilterInfo> GetFilterInfoFromJson(const std::string& path) {
         return nullptr;
     }
     json object;
-    ParseJson(text, object);
+    ParseFile(text, path, object);
     return ReadFilterJson(object, FolderOf(path), {path});
 }
 

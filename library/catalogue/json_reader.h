@@ -14,9 +14,9 @@
 /// What a faulty entry costs, decided so that an author loses as little as can be and is told:
 /// - no "GUID", no "OPENGL": no description, no line (such files are not filters);
 /// - a value of the wrong JSON type (text where a number belongs and the other way round, null, a
-///   text with a NUL inside), a GUID over 127 bytes, a file path over 511 or a texture path over
-///   259 bytes: this entry is skipped, one error line names file, entry and key; a filter that
-///   misses a shader or a picture would only draw nonsense;
+///   text with a NUL inside), a GUID over 127 bytes, a path over 4095 bytes, a number beyond a
+///   double's range (whose line and column are logged): this entry is skipped, one error line names
+///   file, entry and key; a filter that misses a shader or a picture would only draw nonsense;
 /// - a parameter name over 37 bytes: that parameter is dropped with a warning, the next takes its
 ///   index;
 /// - a display name over 127 bytes: cut between two characters, with a warning.

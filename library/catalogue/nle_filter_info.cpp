@@ -118,16 +118,6 @@ void NLEFilterInfo::AddTexture(int32_t index, std::string_view path) {
     textures[TextureKey(index)] = path;
 }
 
-bool NLEFilterInfo::GetTexture(int32_t index, char* buffer) const {
-    const std::lock_guard guard(lock);
-    const auto found = textures.find(TextureKey(index));
-    if (found == textures.end()) {
-        return false;
-    }
-    std::memcpy(buffer, found->second.c_str(), found->second.size() + 1);
-    return true;
-}
-
 std::string NLEFilterInfo::GetTexture(int32_t index) const {
     const std::lock_guard guard(lock);
     const auto found = textures.find(TextureKey(index));

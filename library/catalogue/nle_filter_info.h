@@ -38,8 +38,8 @@ int32_t ParamTypeOf(std::string_view text);
 /// Longest texts in bytes, set by the fixed buffers that they are copied into.
 inline constexpr std::size_t kMaxGuidLength = 127;
 inline constexpr std::size_t kMaxNameLength = 127;
-inline constexpr std::size_t kMaxPathLength = 511;
-inline constexpr std::size_t kMaxTexturePathLength = 259;
+/// Longest path of a file, as long as the systems take one.
+inline constexpr std::size_t kMaxPathLength = 4095;
 inline constexpr std::size_t kMaxParamNameLength = 37;
 
 /// One parameter of a filter. A plain record: whoever shares one between threads guards it.
@@ -131,9 +131,6 @@ public:
 
     /// Stores a path text under "Texture[index]", replacing what stood there.
     void AddTexture(int32_t index, std::string_view path);
-    /// Copies the text with its NUL; `buffer` has room for it (260 bytes) and stays as it was when
-    /// the slot is missing. Returns whether the slot exists.
-    bool GetTexture(int32_t index, char* buffer) const;
     /// The text, empty when the slot is missing.
     std::string GetTexture(int32_t index) const;
 

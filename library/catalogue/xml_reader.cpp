@@ -31,7 +31,7 @@ void ReadAstral(const tinyxml2::XMLElement& filter, const std::string& folder,
     info.subGuid = "Astral";
     const std::string file = ChildText(*astral, "AstralFile");
     if (!file.empty()) {
-        RequireLength(folder + file, kMaxTexturePathLength, "AstralFile");
+        RequireLength(folder + file, kMaxPathLength, "AstralFile");
         // The count stays 0: this picture is not drawn by the description itself but handed to the
         // filter that all Astral pictures share.
         info.AddTexture(0, folder + file);
@@ -46,7 +46,7 @@ void ReadSticker(const tinyxml2::XMLElement& filter, const std::string& folder,
     if (file.empty()) {
         return;
     }
-    RequireLength(folder + file, kMaxPathLength, "SensetimeStickerFile");
+    RequireLength(folder + file, NLEParamValue::kDataSize - 1, "SensetimeStickerFile");
     info.transition = 1;
     auto param = std::make_shared<NLEFilterParams>();
     param->alias = "stickerPath";

@@ -35,8 +35,9 @@ std::vector<FolderEntry> ListFolder(std::string_view folder) {
         fs::directory_iterator place(NativePath(folder), error);
         for (; !error && place != fs::directory_iterator(); place.increment(error)) {
             std::error_code unknownKind;
-            const bool isFolder = place->is_directory(unknownKind);
-            entries.push_back({Utf8Path(place->path().filename()), isFolder && !unknownKind});
+            const fs::file_type kind = place->status(unknownKind).type();
+            entries.push_back({Utf8Path(place->path().filename()), kind == fs::file_type::directory,
+                               kind == fs::file_type::regular});
         }
         if (error && error != std::errc::no_such_file_or_directory &&
             error != std::errc::not_a_directory) {

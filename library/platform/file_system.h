@@ -20,6 +20,8 @@ struct FolderEntry {
     std::string name;
     /// Links are followed: a link to a folder is a folder.
     bool isFolder = false;
+    /// A file to read, links followed: no folder, pipe or device.
+    bool isRegular = false;
 };
 
 /// The entries of a folder without "." and "..", ordered by the bytes of their names so that every

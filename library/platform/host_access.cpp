@@ -9,7 +9,7 @@ namespace kelmo {
 namespace {
 
 constexpr int32_t kSuiteVersion = 1;
-constexpr std::size_t kPathSize = 512;
+constexpr std::size_t kPathSize = 4096;
 constexpr std::size_t kLineSize = 4096;
 constexpr std::size_t kLibraryLineSize = 8192;
 
@@ -67,7 +67,12 @@ std::string HostPath(QorPathKind kind) {
     std::strcpy(buffer, preset);
     if (QorHostUtilSuite* const util = HostUtil()) {
         util->GetPath(kind, buffer, static_cast<int32_t>(sizeof buffer));
+        const bool filled = std::memchr(buffer, 0, sizeof buffer - 1) == nullptr;
         buffer[sizeof buffer - 1] = 0;
+        if (filled) {
+            LogError("kelmo: the path of the host's folder \"%s\" is too long and may be cut",
+                     preset);
+        }
     }
     return buffer;
 }

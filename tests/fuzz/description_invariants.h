@@ -27,7 +27,7 @@ inline void RequireSoundDescription(const NLEFilterInfo& info) {
     Require(info.guid.find('\0') == std::string::npos, "no NUL in the GUID");
     Require(info.textureCount <= static_cast<int32_t>(info.textures.size()), "textures counted");
     for (const auto& [key, path] : info.textures) {
-        Require(path.size() <= kMaxTexturePathLength, "texture path fits");
+        Require(path.size() <= kMaxPathLength, "texture path fits");
     }
     Require(info.paramCount == static_cast<int32_t>(info.params.size()), "parameters counted");
     for (int32_t i = 0; i < info.paramCount; ++i) {

@@ -14,7 +14,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, std::size_t size) {
     // The catalogue refuses longer ones.
     const std::string_view text(reinterpret_cast<const char*>(bytes),
-                                std::min(size, kelmo::kMaxTexturePathLength));
+                                std::min(size, kelmo::kMaxPathLength));
     const std::vector<std::string> files = kelmo::ExpandTexturePath(text);
     if (files.size() > static_cast<std::size_t>(kelmo::kMaxSequenceLength)) std::abort();
     const std::size_t opening = text.find('[');

@@ -66,13 +66,16 @@ TEST(HostAccess, PresetsTheBufferOfAPathAndReturnsTheAnswer) {
     EXPECT_EQ(HostPath(kPathResources), "/data/\u7d20\u6750");
     EXPECT_EQ(HostPath(kPathPlugin), "/plugins");
     EXPECT_THAT(host.pathPresets, ElementsAre("resources", "resources", "qorPlugin"));
-    EXPECT_THAT(host.pathSizes, Each(512));
+    EXPECT_THAT(host.pathSizes, Each(4096));
 }
 
 TEST(HostAccess, StaysInsideTheBufferOfALongPath) {
     AcquiredHost host;
-    host.resourceFolder.assign(2000, 'x');
-    EXPECT_EQ(HostPath(kPathResources), std::string(511, 'x'));
+    for (const std::size_t size : {2000u, 4094u, 5000u}) {
+        host.resourceFolder.assign(size, 'x');
+        EXPECT_EQ(HostPath(kPathResources), std::string(std::min<std::size_t>(size, 4095), 'x'));
+        EXPECT_EQ(host.Texts(kLogError).size(), size > 4094 ? 1u : 0u);
+    }
 }
 
 TEST(HostAccess, LogsAtTheLevelOfTheFunction) {

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <mutex>
+#include <set>
 
 #include <fmt/format.h>
 
@@ -48,12 +49,36 @@ Finding ExaminePlugin(const Installation& where, int* effects) {
     return finding;
 }
 
+/// How many folders of the material hold the description of an effect.
+int DescribedFolders(const std::string& folder) {
+    namespace fs = std::filesystem;
+    std::set<fs::path> described;
+    std::error_code error;
+    fs::recursive_directory_iterator place(folder, fs::directory_options::follow_directory_symlink,
+                                           error);
+    for (; !error && place != fs::recursive_directory_iterator(); place.increment(error)) {
+        std::error_code unknownKind;
+        const std::string name = place->path().filename().string();
+        if (place->is_regular_file(unknownKind) && name == "filter.conf") {
+            described.insert(place->path().parent_path());
+        }
+    }
+    return static_cast<int>(described.size());
+}
+
 Finding ExamineMaterial(const Installation& where, int effects) {
     const std::string folder = where.MaterialFolder();
     std::error_code error;
     if (!std::filesystem::is_directory(folder, error)) {
         return {"material", Health::kBroken, folder + " does not exist",
                 "install the material, or name the folder above qor_effect with --resources DIR"};
+    }
+    const int described = DescribedFolders(folder);
+    if (effects > 0 && effects < described) {
+        return {"material", Health::kReduced,
+                fmt::format("{} ({} entries, but {} folders with a filter.conf)", folder, effects,
+                            described),
+                "look at `kelmo list -vv` for the entries that were refused"};
     }
     if (effects > 0) {
         return {"material", Health::kGood, fmt::format("{} ({} entries)", folder, effects), ""};

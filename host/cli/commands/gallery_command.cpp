@@ -160,8 +160,7 @@ private:
         const std::string word = LowerCase(options.search);
         for (const EffectDescription& effect : runtime.Effects().Effects()) {
             if (!options.type.empty() && options.type != TypeName(effect.Type())) continue;
-            // Stages of other effects say so in their names; alone they have little to show.
-            if (word.empty() && effect.name.find("(part of ") != std::string::npos) continue;
+            if (word.empty() && effect.IsPart()) continue;
             if (LowerCase(effect.name).find(word) == std::string::npos) continue;
             chosen.push_back(&effect);
         }

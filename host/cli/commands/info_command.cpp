@@ -29,14 +29,17 @@ void PrintEffect(const EffectDescription& effect) {
         return;
     }
     size_t widest = 4;
+    size_t widestTitle = 5;
     for (const auto& parameter : effect.parameters) {
         widest = std::max(widest, parameter.name.size());
+        widestTitle = std::max(widestTitle, parameter.display.size());
     }
-    fmt::print("\n  {:<{}}  {:<11}  {:<12}  {}\n", "NAME", widest, "KIND", "DEFAULT", "RANGE");
+    fmt::print("\n  {:<{}}  {:<{}}  {:<11}  {:<12}  {}\n", "NAME", widest, "TITLE", widestTitle,
+               "KIND", "DEFAULT", "RANGE");
     for (const auto& parameter : effect.parameters) {
-        fmt::print("  {:<{}}  {:<11}  {:<12}  {}{}\n", parameter.name, widest,
-                   KindName(parameter.kind), DefaultText(parameter), RangeText(parameter),
-                   parameter.visible ? "" : " (hidden in editors)");
+        fmt::print("  {:<{}}  {:<{}}  {:<11}  {:<12}  {}{}\n", parameter.name, widest,
+                   parameter.display, widestTitle, KindName(parameter.kind), DefaultText(parameter),
+                   RangeText(parameter), parameter.visible ? "" : " (hidden in editors)");
     }
 }
 

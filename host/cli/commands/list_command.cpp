@@ -19,12 +19,14 @@ namespace {
 struct ListOptions {
     std::string type;
     std::string search;
+    bool all = false;
     bool json = false;
 };
 
 bool Matches(const EffectDescription& effect, const ListOptions& options) {
     if (!options.type.empty() && options.type != TypeName(effect.Type())) return false;
     const std::string word = LowerCase(options.search);
+    if (effect.IsPart() && word.empty() && !options.all) return false;
     return LowerCase(effect.name).find(word) != std::string::npos ||
            LowerCase(effect.guid).find(word) != std::string::npos;
 }
@@ -62,6 +64,7 @@ void AddListCommand(CLI::App& app, CommandLine& line) {
     command
         ->add_option("--search", options->search, "Only effects whose name or GUID has this word")
         ->type_name("WORD");
+    command->add_flag("--all", options->all, "Parts of other effects too");
     command->add_flag("--json", options->json, "Print JSON");
     command->callback(
         [&line, options] { line.run = [&line, options] { return List(line, *options); }; });

@@ -25,6 +25,7 @@ struct RenderTexts {
     std::string audio = "copy";
     std::string alpha = "auto";
     std::string textColor;
+    std::string deinterlace = "auto";
 };
 
 /// Parameters belong to the --effect before them; those before the first belong to the first.
@@ -53,6 +54,7 @@ RenderRequest Understood(const RenderTexts& texts, RenderRequest request) {
     timing.at = MomentOption("--at", texts.at);
     timing.leadIn = MomentOption("--lead-in", texts.leadIn);
     request.withAudio = texts.audio == "copy";
+    request.deinterlace = texts.deinterlace == "auto";
     request.alpha = texts.alpha == "keep"   ? AlphaWish::kKeep
                     : texts.alpha == "drop" ? AlphaWish::kDrop
                                             : AlphaWish::kAutomatic;
@@ -88,6 +90,14 @@ void AddTimingOptions(CLI::App* command, RenderTexts& texts, RenderRequest& requ
 void AddFileOptions(CLI::App* command, RenderTexts& texts, RenderRequest& request) {
     command->add_option("--codec", request.codec, "Video encoder; by the ending of the output")
         ->type_name("NAME");
+    command
+        ->add_option("--pixel-format", request.pixelFormat,
+                     "Samples that the encoder gets, like yuv444p; the chroma of the clip")
+        ->type_name("NAME");
+    command
+        ->add_option("--deinterlace", texts.deinterlace, "Make whole pictures of interlaced ones")
+        ->check(Silent(CLI::IsMember({"auto", "off"})))
+        ->type_name("auto|off");
     command->add_option("--crf", request.crf, "Quality of the encoder; less is better for video")
         ->check(Silent(CLI::NonNegativeNumber))
         ->type_name("N");

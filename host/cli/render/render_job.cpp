@@ -57,6 +57,7 @@ WriterOptions OptionsOf(const RenderRequest& request, const RenderPlan& plan, bo
     options.container = request.container;
     options.preset = request.preset;
     options.crf = request.crf;
+    options.pixelFormat = request.pixelFormat;
     options.reproducible = request.reproducible;
     options.flatten = request.alpha == AlphaWish::kDrop;
     options.keepAlpha =
@@ -119,7 +120,13 @@ private:
             throw UsageError("there is no input; give -i FILE, or --text for a text alone");
         }
         for (const std::string& input : request.inputs) {
-            clips.push_back(std::make_unique<ClipReader>(input, SequenceAt(request.timing.rate)));
+            ReaderOptions options = SequenceAt(request.timing.rate);
+            options.deinterlace = request.deinterlace;
+            clips.push_back(std::make_unique<ClipReader>(input, options));
+            for (const std::string& note : clips.back()->Info().notes) {
+                line.console.Note(note);
+                notes.push_back(note);
+            }
         }
     }
 
@@ -168,7 +175,12 @@ private:
         TellUnheard();
         const bool wanted = request.withAudio && !HasPictureEnding(request.output);
         const bool sound = wanted && effectSound->Present();
-        writer = MediaWriter::Open(request.output, OptionsOf(request, plan, inputAlpha, sound));
+        WriterOptions options = OptionsOf(request, plan, inputAlpha, sound);
+        // Pictures are written for every player; clips keep their chroma.
+        if (!clips.empty() && !clips[0]->Info().still) {
+            options.sourceFormat = clips[0]->Info().pixelFormat;
+        }
+        writer = MediaWriter::Open(request.output, options);
         if (sound && plan.clips.size() > 1) {
             // The writer's thread reads the sound once more, for itself.
             writtenSound = std::make_unique<TimelineSound>(plan, request.inputs);
@@ -265,6 +277,7 @@ private:
                        {"frameRate", {plan.rate.numerator, plan.rate.denominator}},
                        {"videoCodec", writer->VideoCodec()},
                        {"audioCodec", writer->AudioCodec()},
+                       {"notes", notes},
                        {"seconds", seconds},
                        {"framesPerSecond", speed},
                        {"interrupted", cut}});
@@ -282,6 +295,7 @@ private:
     RenderRequest request;
     PluginRuntime runtime;
     std::vector<std::unique_ptr<ClipReader>> clips;
+    std::vector<std::string> notes;  ///< how the clips are read
     RenderPlan plan;
     std::unique_ptr<TextLayer> text;
     std::unique_ptr<MaskReader> mask;

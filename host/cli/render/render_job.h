@@ -37,6 +37,8 @@ struct RenderRequest {
     bool reproducible = false;
     AlphaWish alpha = AlphaWish::kAutomatic;
     std::string codec;
+    std::string pixelFormat;
+    bool deinterlace = true;
     std::string container;
     std::string preset;
     int crf = -1;

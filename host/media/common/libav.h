@@ -5,6 +5,7 @@
 
 extern "C" {
 #include <libavcodec/avcodec.h>
+#include <libavfilter/avfilter.h>
 #include <libavformat/avformat.h>
 #include <libavutil/imgutils.h>
 #include <libavutil/opt.h>
@@ -23,6 +24,7 @@ namespace kelmo::host {
 struct LibavDeleter {
     void operator()(AVFormatContext* context) const;
     void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
+    void operator()(AVFilterGraph* graph) const { avfilter_graph_free(&graph); }
     void operator()(AVFrame* frame) const { av_frame_free(&frame); }
     void operator()(AVPacket* packet) const { av_packet_free(&packet); }
     void operator()(SwsContext* context) const { sws_freeContext(context); }

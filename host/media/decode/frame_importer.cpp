@@ -84,8 +84,11 @@ int FrameImporter::Import(const AVFrame& frame, AVCodecID codec, Picture& pictur
     const ColorDescription color = DescribeColor(frame, codec);
     const bool sameSize = frame.width == scaledWidth && frame.height == scaledHeight;
     const bool alpha = FormatHasAlpha(static_cast<AVPixelFormat>(frame.format));
+    const Light light = LightOf(frame);
     int error = 0;
-    if (!sameSize || !ConvertDirectly(frame, color, target, stride)) {
+    if (light != Light::kBt709 && !alpha) {
+        error = ConvertLight(frame, color, light, target, stride);
+    } else if (!sameSize || !ConvertDirectly(frame, color, target, stride)) {
         if (alpha && !sameSize) {
             error = ScaleWithAlpha(frame, color, target, stride);
         } else {
@@ -129,6 +132,21 @@ bool FrameImporter::ConvertDirectly(const AVFrame& frame, const ColorDescription
                      factors, target + ptrdiff_t{y} * stride);
     }
     return true;
+}
+
+int FrameImporter::ConvertLight(const AVFrame& frame, const ColorDescription& color, Light light,
+                                uint8_t* target, int stride) {
+    if (!converter || light != converterLight) converter = std::make_unique<LightConverter>(light);
+    converterLight = light;
+    EnsureFrame(deep, scaledWidth, scaledHeight, AV_PIX_FMT_RGB48);
+    const int error = scaler.Run(frame, *deep, color);
+    if (error < 0) return error;
+    for (int y = 0; y < scaledHeight; ++y) {
+        const uint8_t* row = deep->data[0] + ptrdiff_t{y} * deep->linesize[0];
+        converter->ConvertRow(reinterpret_cast<const uint16_t*>(row), scaledWidth,
+                              target + ptrdiff_t{y} * stride);
+    }
+    return 0;
 }
 
 // swscale may write past the end of a row of odd width; only rows that end on its step are given to

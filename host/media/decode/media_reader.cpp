@@ -78,7 +78,8 @@ public:
     Impl(const std::string& path, const ReaderOptions& options)
         : path(path),
           decoder(path, options.sequenceRate.Valid() ? options.sequenceRate : FrameRate{25, 1},
-                  options.threads),
+                  options.threads, options.deinterlace),
+          deinterlace(options.deinterlace),
           importer(options.threads) {
         decoder.Next(current);
         if (!current.present) {
@@ -161,6 +162,11 @@ private:
         const ColorDescription color = DescribeColor(frame, decoder.Codec().codec_id);
         info.fullRange = color.fullRange;
         info.colorMatrix = color.name;
+        info.interlaced = decoder.Interlaced();
+        if (const AVPixFmtDescriptor* description = av_pix_fmt_desc_get(format)) {
+            info.depth = std::max(8, description->comp[0].depth);
+        }
+        DescribeReading(LightOf(frame));
         info.container = input.format->iformat->name;
         info.container = info.container.substr(0, info.container.find(','));
         info.videoCodec = avcodec_get_name(decoder.Codec().codec_id);
@@ -173,6 +179,20 @@ private:
         // Containers round time stamps to their tick: a frame may come that much early.
         const double tick = av_q2d(stream.time_base);
         tolerance = std::clamp(0.75 * tick, 1e-6, 0.25 / info.frameRate.PerSecond());
+    }
+
+    void DescribeReading(Light light) {
+        const std::string name = "'" + path + "'";
+        if (light != Light::kBt709 && !info.hasAlpha) {
+            info.notes.push_back(name + " is " + LightName(light) + "; it is brought to BT.709");
+        }
+        if (info.depth > 8) {
+            info.notes.push_back(name + " has " + std::to_string(info.depth) +
+                                 " bits a sample; effects work in 8");
+        }
+        if (info.interlaced && deinterlace) {
+            info.notes.push_back(name + " is interlaced; it is deinterlaced");
+        }
     }
 
     void FetchNext() {
@@ -278,6 +298,7 @@ private:
     }
 
     VideoDecoder decoder;
+    bool deinterlace;
     FrameImporter importer;
     VideoDecoder::Frame current;
     VideoDecoder::Frame next;

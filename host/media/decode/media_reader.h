@@ -22,7 +22,8 @@ struct MediaInfo {
     // Size that is shown: upright (rotation of the file applied), square pixels. Never 0.
     int width = 0;
     int height = 0;
-    // Rate of the file, or its average when the frames come at uneven times. 25 for one picture.
+    // Rate of the file. With frames at uneven times the base rate that all fall on (dropped frames
+    // are held), or the average where that is not a rate of pictures. 25 for one picture.
     FrameRate frameRate;
     double duration = 0;     // seconds of the pictures; 0 when unknown or one picture
     int64_t frameCount = 0;  // at frameRate; 0 when unknown, 1 for one picture
@@ -36,7 +37,11 @@ struct MediaInfo {
     std::string audioCodec;  // empty without sound
     std::string pixelFormat;
     std::string colorMatrix;  // "bt709", "smpte170m", "bt2020nc", "gbr": what is really applied
-    int audioRate = 0;        // samples a second
+    int depth = 8;            // bits a sample; more than 8 are rounded to 8
+    bool interlaced = false;
+    // What is done to the pictures on reading, a sentence each: HDR, depth, deinterlacing.
+    std::vector<std::string> notes;
+    int audioRate = 0;  // samples a second
     int audioChannels = 0;
 };
 
@@ -48,6 +53,8 @@ struct ReaderOptions {
     FitMode fit = FitMode::kLetterbox;
     // Rate of numbered pictures, which do not know their own.
     FrameRate sequenceRate{25, 1};
+    // Makes whole pictures of interlaced ones.
+    bool deinterlace = true;
     int threads = 0;  // of the decoder and the conversion; 0 = as many as there are cores
 };
 
@@ -61,8 +68,9 @@ struct ReaderOptions {
 //
 // Colour: YCbCr becomes RGB by the matrix and the range that the stream is tagged with. Without a
 // tag, pictures of at least 720 rows or 1280 columns are BT.709 and smaller ones BT.601, limited
-// range; JPEG is BT.601 full range as its format says. Primaries and transfer curve are not
-// converted. Straight alpha is premultiplied here.
+// range; JPEG is BT.601 full range as its format says. HDR (PQ, HLG) and BT.2020 are brought to
+// BT.709 with a mild tone curve; other primaries and transfer curves are taken for BT.709. Straight
+// alpha is premultiplied here.
 //
 // Asking forwards is cheap: each frame is decoded once. A time before the last one seeks to the key
 // frame before it and decodes from there; if the file cannot, does not deliver after a seek, or

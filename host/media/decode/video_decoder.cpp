@@ -20,17 +20,25 @@ bool Plausible(AVRational rate) {
     return value >= 0.01 && value <= 1000;
 }
 
-// The mean rate tells how many pictures there are; the nominal rate is preferred where both agree,
-// because it is not rounded.
+// A base rate above this is a mere tick of the time stamps.
+constexpr double kFastestBase = 60;
+
+bool SaysInterlaced(const AVStream& stream) {
+    return stream.codecpar->field_order > AV_FIELD_PROGRESSIVE;
+}
+
+// The base rate is the one whose ticks all time stamps fall on: a clip with dropped frames keeps
+// it, and its frames are held. That of an interlaced stream counts fields, and an absurd one says
+// nothing: then the mean rate tells how many pictures there are.
 FrameRate RateOf(const AVStream& stream) {
     const AVRational mean = stream.avg_frame_rate;
     const AVRational nominal = stream.r_frame_rate;
     AVRational chosen = {25, 1};
     if (Plausible(mean)) {
         chosen = mean;
-        if (Plausible(nominal) && std::abs(av_q2d(nominal) / av_q2d(mean) - 1) < 0.005) {
-            chosen = nominal;
-        }
+        const double ratio = Plausible(nominal) ? av_q2d(nominal) / av_q2d(mean) : 0;
+        const bool held = ratio > 1 && av_q2d(nominal) <= kFastestBase && !SaysInterlaced(stream);
+        if (held || std::abs(ratio - 1) < 0.005) chosen = nominal;
     } else if (Plausible(nominal)) {
         chosen = nominal;
     }
@@ -45,8 +53,13 @@ bool Damaged(const AVFrame& frame) {
 
 }  // namespace
 
-VideoDecoder::VideoDecoder(const std::string& path, FrameRate sequenceRate, int threads)
-    : path(path), sequenceRate(sequenceRate), threads(threads) {
+VideoDecoder::VideoDecoder(const std::string& path, FrameRate sequenceRate, int threads,
+                           bool deinterlace)
+    : path(path),
+      sequenceRate(sequenceRate),
+      threads(threads),
+      deinterlace(deinterlace),
+      deinterlacer(threads) {
     Open();
 }
 
@@ -61,6 +74,8 @@ void VideoDecoder::Open() {
     input.KeepOnly(input.videoStream);
     codec = OpenDecoder(input, *input.Video(), threads);
     rate = RateOf(*input.Video());
+    interlaced = SaysInterlaced(*input.Video());
+    deinterlacer.Reset();
     draining = false;
     lastTimeKnown = false;
     atStart = true;
@@ -93,11 +108,35 @@ bool VideoDecoder::FeedPacket() {
     return true;
 }
 
+// A frame of the decoder: AVERROR(EAGAIN) when it wants a packet, AVERROR_EOF at the end.
+int VideoDecoder::Receive(AVFrame& frame) {
+    const int error = avcodec_receive_frame(codec.get(), &frame);
+    if (error >= 0 && atStart && frame.interlaced_frame) interlaced = true;
+    return error;
+}
+
+int VideoDecoder::ReceiveDeinterlaced(AVFrame& frame) {
+    for (;;) {
+        const int taken = deinterlacer.Take(frame);
+        if (taken != AVERROR(EAGAIN)) return taken;
+        int error = Receive(frame);
+        const bool end = error == AVERROR_EOF;
+        if (error < 0 && !end) return error;
+        if (!end && !(interlaced && deinterlace)) return error;
+        // Half a picture is not to spoil its neighbours.
+        if (!end && Damaged(frame) && delivered) return error;
+        error = deinterlacer.Give(end ? nullptr : &frame, Stream().time_base);
+        if (error < 0) return error;
+        if (end && deinterlacer.Take(frame) < 0) return AVERROR_EOF;
+        if (end) return 0;
+    }
+}
+
 void VideoDecoder::Next(Frame& frame) {
     frame.present = false;
     for (int errors = 0; errors < kMostErrors;) {
         av_frame_unref(frame.data.get());
-        const int error = avcodec_receive_frame(codec.get(), frame.data.get());
+        const int error = ReceiveDeinterlaced(*frame.data);
         if (error == AVERROR(EAGAIN)) {
             if (!FeedPacket()) return;
             continue;
@@ -161,6 +200,7 @@ bool VideoDecoder::Seekable() const {
 bool VideoDecoder::SeekBefore(double seconds) {
     if (!Seekable() || !input.SeekBefore(input.videoStream, seconds)) return false;
     avcodec_flush_buffers(codec.get());
+    deinterlacer.Reset();
     draining = false;
     lastTimeKnown = false;
     return true;

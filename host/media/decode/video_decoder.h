@@ -6,6 +6,7 @@
 
 #include "host/media/common/frame_rate.h"
 #include "host/media/common/libav.h"
+#include "host/media/decode/deinterlacer.h"
 #include "host/media/decode/media_input.h"
 
 namespace kelmo::host {
@@ -14,8 +15,8 @@ namespace kelmo::host {
 // their times. Frames that did not decode well are left out and counted.
 class VideoDecoder {
 public:
-    // Throws MediaError.
-    VideoDecoder(const std::string& path, FrameRate sequenceRate, int threads);
+    // Interlaced streams are deinterlaced if `deinterlace` says so. Throws MediaError.
+    VideoDecoder(const std::string& path, FrameRate sequenceRate, int threads, bool deinterlace);
 
     struct Frame {
         LibavPtr<AVFrame> data = NewFrame();
@@ -37,6 +38,7 @@ public:
     const AVCodecContext& Codec() const { return *codec; }
     AVStream& Stream() const { return *input.Video(); }
     FrameRate Rate() const { return rate; }
+    bool Interlaced() const { return interlaced; }
     // Whether times are exact after a seek. Containers that do not store a time stamp with every
     // frame lose count where frames are reordered.
     bool Seekable() const;
@@ -49,6 +51,8 @@ public:
 private:
     void Open();
     bool FeedPacket();
+    int Receive(AVFrame& frame);
+    int ReceiveDeinterlaced(AVFrame& frame);
     void Describe(Frame& frame);
     void NoteDamage(const std::string& reason);
 
@@ -59,6 +63,9 @@ private:
     LibavPtr<AVCodecContext> codec;
     LibavPtr<AVPacket> packet = NewPacket();
     FrameRate rate;
+    bool deinterlace;
+    bool interlaced = false;  // as the stream says, or its first frame
+    Deinterlacer deinterlacer;
     bool draining = false;
     bool delivered = false;  // a good frame since the beginning
     bool atStart = true;     // no frame yet since the file was opened

@@ -25,6 +25,10 @@ struct WriterOptions {
 
     // libav's name of an encoder ("libx265", "prores_ks"); empty takes what suits the container.
     std::string videoCodec;
+    // libav's name of the samples to write ("yuv444p"); empty: those of `sourceFormat`, where the
+    // encoder has samples of 8 bits or more with the same chroma, else its usual ones.
+    std::string pixelFormat;
+    std::string sourceFormat;  // samples of the clip that the frames come from; may be empty
     // Quality of encoders that know one: x264/x265 0..51 (less is better), VP9/AV1 0..63, JPEG and
     // MJPEG 2..31, WebP 0..100 (more is better). -1 takes a good value.
     int crf = -1;

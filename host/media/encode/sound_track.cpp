@@ -22,6 +22,10 @@ bool HasEditList(const AVOutputFormat& container) {
 }
 
 bool TakesCodec(const AVOutputFormat& container, AVCodecID codec) {
+    // Known to the format, but its writer holds them for an experiment and refuses them.
+    if (HasEditList(container) && (codec == AV_CODEC_ID_FLAC || codec == AV_CODEC_ID_TRUEHD)) {
+        return false;
+    }
     if (std::string_view(container.name) == "avi") {
         // It is able to hold others, but hardly a player keeps them in time.
         return codec == AV_CODEC_ID_MP3 || codec == AV_CODEC_ID_MP2 || codec == AV_CODEC_ID_AC3 ||
@@ -238,6 +242,12 @@ std::unique_ptr<SoundTrack> MakeSoundTrack(const std::string& path, const AVOutp
         }
         codec = SoundEncoderFor(path, container, options);
         if (codec) {
+            if (options.audioCodec.empty()) {
+                AddOnce(warnings, std::string("'") + container.name +
+                                      "' does not take the sound of '" + options.audioSource +
+                                      "' (" + avcodec_get_name(id) +
+                                      ") as it is; it is encoded anew");
+            }
             const int rate = std::clamp(input.Audio()->codecpar->sample_rate, 8000, 96000);
             return std::make_unique<EncodedSound>(path, *codec, rate, globalHeader, options);
         }

@@ -72,6 +72,38 @@ bool IsRgbFormat(AVPixelFormat format) {
     return description && (description->flags & (AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL));
 }
 
+// The samples that keep the chroma of a source finer than 4:2:0, or none.
+AVPixelFormat FormatLike(const std::string& source, const AVCodec& codec) {
+    const AVPixFmtDescriptor* from = av_pix_fmt_desc_get(av_get_pix_fmt(source.c_str()));
+    if (!from || (from->flags & AV_PIX_FMT_FLAG_PAL) || from->nb_components < 3) {
+        return AV_PIX_FMT_NONE;
+    }
+    const std::vector<AVPixelFormat> offered = FormatsOf(codec);
+    if (from->flags & AV_PIX_FMT_FLAG_RGB) {
+        return FirstOf(offered, {AV_PIX_FMT_BGR0, AV_PIX_FMT_GBRP, AV_PIX_FMT_BGR24,
+                                 AV_PIX_FMT_RGB24, AV_PIX_FMT_BGRA, AV_PIX_FMT_RGBA});
+    }
+    if (from->log2_chroma_w == 0) {
+        return FirstOf(offered, {AV_PIX_FMT_YUV444P, AV_PIX_FMT_YUVJ444P, AV_PIX_FMT_YUV444P10});
+    }
+    if (from->log2_chroma_w == 1 && from->log2_chroma_h == 0) {
+        return FirstOf(offered, {AV_PIX_FMT_YUV422P, AV_PIX_FMT_YUVJ422P, AV_PIX_FMT_YUV422P10});
+    }
+    return AV_PIX_FMT_NONE;
+}
+
+// The samples that were asked for by name.
+AVPixelFormat NamedFormat(const std::string& path, const std::string& name, const AVCodec& codec) {
+    const AVPixelFormat format = av_get_pix_fmt(name.c_str());
+    const std::vector<AVPixelFormat> offered = FormatsOf(codec);
+    const bool taken = std::find(offered.begin(), offered.end(), format) != offered.end();
+    if (taken || (!codec.pix_fmts && sws_isSupportedOutput(format))) return format;
+    std::string names;
+    for (AVPixelFormat one : offered) names += std::string(" ") + av_get_pix_fmt_name(one);
+    FailToWrite(path, std::string("the encoder '") + codec.name + "' does not take '" + name +
+                          "'; it takes" + names);
+}
+
 // Codecs that know odd sizes in spite of 4:2:0.
 bool TakesOddSizes(AVCodecID codec) {
     switch (codec) {
@@ -150,6 +182,12 @@ VideoFormat ChooseVideoFormat(const std::string& path, const std::string& contai
     const bool ownAlpha =
         picture == AV_CODEC_ID_PNG || picture == AV_CODEC_ID_WEBP || picture == AV_CODEC_ID_TIFF;
     const bool wantsAlpha = options.keepAlpha || (ownAlpha && !options.flatten);
+    if (!options.pixelFormat.empty()) {
+        format.pixelFormat = NamedFormat(path, options.pixelFormat, *format.codec);
+        const AVPixFmtDescriptor* wanted = av_pix_fmt_desc_get(format.pixelFormat);
+        format.alpha = wantsAlpha && (wanted->flags & AV_PIX_FMT_FLAG_ALPHA);
+        return format;
+    }
     if (wantsAlpha) {
         format.pixelFormat = AlphaFormatOf(*format.codec);
         format.alpha = format.pixelFormat != AV_PIX_FMT_NONE;
@@ -158,7 +196,12 @@ VideoFormat ChooseVideoFormat(const std::string& path, const std::string& contai
                                   " holds no transparency; the picture stands on black");
         }
     }
-    if (!format.alpha) format.pixelFormat = OpaqueFormatOf(*format.codec);
+    if (!format.alpha && !isPicture) {
+        format.pixelFormat = FormatLike(options.sourceFormat, *format.codec);
+    }
+    if (!format.alpha && format.pixelFormat == AV_PIX_FMT_NONE) {
+        format.pixelFormat = OpaqueFormatOf(*format.codec);
+    }
     if (format.pixelFormat == AV_PIX_FMT_NONE) {
         FailToWrite(path, std::string("the encoder '") + format.codec->name +
                               "' takes no picture format that is known here");

@@ -149,6 +149,7 @@ TEST_F(CliTest, InfoDescribesEveryParameter) {
               json::parse(R"({"name": "amount", "display": "Amount", "kind": "float",
                               "default": 100.0, "min": 0.0, "max": 100.0, "visible": true})"));
     EXPECT_EQ(info["parameters"][2]["default"], "#FF8000");
+    EXPECT_EQ(info["parameters"][13]["display"], "Fail at") << "made of failAt";
     EXPECT_THAT(Run({"info", "invert"}).out, HasSubstr("0 .. 100"));
 }
 

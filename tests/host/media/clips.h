@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <errno.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -19,7 +20,7 @@ namespace kelmo::host::clips {
 
 inline std::string OutputPath(const std::string& name) {
     const std::filesystem::path folder =
-        std::filesystem::path(KELMO_TEST_OUTPUT_DIR) / "host_media";
+        std::filesystem::path(KELMO_TEST_OUTPUT_DIR) / program_invocation_short_name;
     std::filesystem::create_directories(folder);
     return (folder / name).string();
 }

@@ -99,6 +99,7 @@ TEST(MediaReader, UnevenTimeStampsShowTheFrameThatAPlayerShows) {
                                                  "-vf \"select='lt(n,10)+not(mod(n,5))'\" "
                                                  "-vsync vfr -c:v libx264 -crf 8");
     auto reader = MediaReader::Open(path);
+    EXPECT_EQ(reader->Info().frameRate.PerSecond(), 25) << "the base rate, not the mean";
     Picture picture;
     for (int frame = 0; frame < 46; ++frame) {
         ASSERT_TRUE(reader->ReadFrameAt(frame / 25.0, picture));
@@ -191,6 +192,67 @@ TEST(MediaReader, TurnsPhotosByTheirExifEntry) {
         ExpectQuarters(ReadAt(path, 0), corners[orientation - 1],
                        "orientation " + std::to_string(orientation));
     }
+}
+
+TEST(MediaReader, LightThatIsNotBt709IsBroughtThere) {
+    struct Case {
+        const char* transfer;
+        int y, u, v;  // 10 bits, limited range
+        Color expected;
+    };
+    // 203 cd/m2 is the reference white: 1 of light, 0.853 behind the tone curve.
+    const Case cases[] = {{"smpte2084", 573, 512, 512, {239, 239, 239}},
+                          {"arib-std-b67", 721, 512, 512, {239, 239, 239}},
+                          {"smpte2084", 64, 512, 512, {0, 0, 0}},
+                          {"bt2020-10", 502, 512, 512, {128, 128, 128}},
+                          // Red of BT.709 as BT.2020 has it.
+                          {"bt2020-10", 458, 384, 739, {255, 0, 0}}};
+    for (const Case& one : cases) {
+        const std::string samples = "lum=" + std::to_string(one.y) +
+                                    ":cb=" + std::to_string(one.u) + ":cr=" + std::to_string(one.v);
+        auto reader = MediaReader::Open(Make(
+            "light.mkv", "-f lavfi -i \"nullsrc=s=64x48:d=0.2,format=yuv420p10,geq=" + samples +
+                             "\" -c:v ffv1 -colorspace bt2020nc -color_primaries bt2020 "
+                             "-color_trc " +
+                             one.transfer));
+        Picture picture;
+        ASSERT_TRUE(reader->ReadFrameAt(0, picture));
+        ExpectNear(At(picture, 32, 24), one.expected, 6, one.transfer + samples);
+        EXPECT_EQ(reader->Info().notes.size(), 2u) << "light and depth";
+    }
+}
+
+TEST(MediaReader, InterlacedClipsLoseTheirCombs) {
+    // A bar that moves eight pixels a field.
+    const std::string path = Make(
+        "fields.mkv",
+        "-f lavfi -i \"nullsrc=s=128x64:r=50:d=1,format=yuv420p,geq=lum='if(lt(mod(X-8*N,64),16),"
+        "235,16)':cb=128:cr=128,tinterlace=interleave_top,setfield=tff\" -c:v mpeg2video -q:v 2 "
+        "-top 1 -flags +ildct+ilme");
+    int combs[2] = {};
+    for (const bool deinterlace : {false, true}) {
+        ReaderOptions options;
+        options.deinterlace = deinterlace;
+        auto reader = MediaReader::Open(path, options);
+        EXPECT_EQ(reader->Info().frameRate.PerSecond(), 25);
+        EXPECT_EQ(reader->Info().notes.size(), deinterlace ? 1u : 0u);
+        Picture picture;
+        for (const int frame : {3, 20, 24, 10}) {
+            ASSERT_TRUE(reader->ReadFrameAt(frame / 25.0, picture));
+            // The first field is that of frame * 2 of the source.
+            EXPECT_GT(At(picture, (16 * frame + 4) % 64, 32).green, 200) << frame;
+            for (int y = 1; y < 63; ++y) {
+                for (int x = 0; x < 128; ++x) {
+                    const int above = At(picture, x, y - 1).green,
+                              below = At(picture, x, y + 1).green;
+                    const int here = At(picture, x, y).green;
+                    combs[deinterlace] += (above - here) * (below - here) > 4000;
+                }
+            }
+        }
+    }
+    EXPECT_GT(combs[0], 2000);
+    EXPECT_LT(combs[1], combs[0] / 20);
 }
 
 TEST(MediaReader, WidePixelsBecomeSquare) {

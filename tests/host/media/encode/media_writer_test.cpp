@@ -161,6 +161,42 @@ TEST(MediaWriter, OddSizesGrowByARepeatedColumnOnlyWhereTheCodecNeedsIt) {
     }
 }
 
+TEST(MediaWriter, TheChromaOfTheSourceIsKeptWhereTheEncoderCan) {
+    struct Case {
+        const char* name;
+        const char* codec;
+        const char* source;
+        const char* wanted;
+        const char* written;
+    };
+    const Case cases[] = {{"a.mp4", "", "yuv444p", "", "yuv444p"},
+                          {"b.mp4", "", "yuv422p10le", "", "yuv422p"},
+                          {"c.mp4", "", "yuv420p", "", "yuv420p"},
+                          {"d.mp4", "", "gbrp", "", "yuv420p"},
+                          {"e.mkv", "ffv1", "gbrp", "", "bgr0"},
+                          {"f.mkv", "libx264rgb", "yuv420p", "", "gbrp"},
+                          {"g.mov", "prores_ks", "yuv444p", "", "yuv444p12le"},
+                          {"h.mp4", "", "yuv444p", "yuv420p", "yuv420p"},
+                          {"i.mkv", "ffv1", "", "gbrp10le", "gbrp10le"}};
+    for (const Case& one : cases) {
+        WriterOptions options = Options(32, 32);
+        options.videoCodec = one.codec;
+        options.sourceFormat = one.source;
+        options.pixelFormat = one.wanted;
+        const std::string path = Write(std::string("chroma_") + one.name, options,
+                                       clips::Solid(32, 32, {200, 90, 40}), 2);
+        auto reader = MediaReader::Open(path);
+        EXPECT_EQ(reader->Info().pixelFormat, one.written) << one.name;
+        Picture picture;
+        reader->ReadFrameAt(0, picture);
+        ExpectNear(At(picture, 16, 16), {200, 90, 40}, 4, one.name);
+    }
+    WriterOptions options = Options(32, 32);
+    options.pixelFormat = "yuv411p";
+    EXPECT_THAT(ErrorOf([&] { MediaWriter::Open(OutputPath("no.mp4"), options); }),
+                HasSubstr("it takes yuv420p"));
+}
+
 TEST(MediaWriter, EveryFrameArrivesAtItsTime) {
     for (const char* name :
          {"times.mp4", "times.webm", "times.mkv", "times%02d.png", "times.gif"}) {
@@ -282,6 +318,15 @@ TEST(MediaWriter, SaysWhatItLeavesOut) {
         ASSERT_EQ(writer->Warnings().size(), 1u) << name;
         EXPECT_THAT(writer->Warnings()[0], HasSubstr("sound"));
     }
+    WriterOptions flac = Options(32, 32);
+    flac.audio = AudioMode::kCopy;
+    flac.audioSource = ClickClip("lossless.mkv", "flac");
+    auto anew = MediaWriter::Open(OutputPath("anew.mp4"), flac);
+    anew->WriteFrame(clips::Solid(32, 32, {90, 90, 90}));
+    anew->Finish();
+    EXPECT_EQ(anew->AudioCodec(), "aac");
+    ASSERT_EQ(anew->Warnings().size(), 1u);
+    EXPECT_THAT(anew->Warnings()[0], HasSubstr("flac"));
     auto writer = MediaWriter::Open(OutputPath("single.png"), Options(8, 8));
     for (int i = 0; i < 2; ++i) writer->WriteFrame(clips::Solid(8, 8, {i * 200, 0, 0}));
     writer->Finish();
