@@ -48,10 +48,11 @@ if(KELMO_FUZZ)
   target_compile_options(kelmo_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# kelmo_room(NAME [OBJECT] [OPENCV] [LINK lib...]): a static (or object) library of all .cpp files of
-# the current folder and its sub-folders. OPENCV puts OpenCV's core header into the precompiled header.
+# kelmo_room(NAME [OBJECT] [OPENCV] [OPTIONS o...] [LINK lib...]): a static (or object) library of all .cpp
+# files of the current folder and its sub-folders. OPENCV puts OpenCV's core header into the precompiled
+# header. Code with options of its own cannot use a precompiled header that was made without them.
 function(kelmo_room name)
-  cmake_parse_arguments(ARG "OBJECT;OPENCV" "" "LINK" ${ARGN})
+  cmake_parse_arguments(ARG "OBJECT;OPENCV" "" "OPTIONS;LINK" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   if(NOT sources)
     add_library(${name} INTERFACE)
@@ -64,15 +65,45 @@ function(kelmo_room name)
     add_library(${name} STATIC ${sources})
   endif()
   target_link_libraries(${name} PUBLIC kelmo_options ${ARG_LINK})
-  kelmo_precompile(${name} ${ARG_OPENCV})
+  if(ARG_OPTIONS)
+    target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
+  else()
+    kelmo_precompile(${name} ${ARG_OPENCV})
+  endif()
 endfunction()
 
+# Precompiled headers are made once a kind, not once a target: they are large, and the same everywhere.
+# kelmo_headers(NAME OPTION HEADERS...): a target that others reuse the headers of; OPTION says what code it
+# is for, -fPIC (libraries) or -fPIE (programs).
+function(kelmo_headers name option)
+  file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/${name}.cpp" CONTENT "// Carries a precompiled header.\n")
+  add_library(${name} OBJECT "${CMAKE_BINARY_DIR}/${name}.cpp")
+  set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+  target_compile_options(${name} PRIVATE ${option})
+  target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+
+# kelmo_precompile(NAME OPENCV): the standard headers that every room uses, with OpenCV's core on request.
 function(kelmo_precompile name opencv)
-  target_precompile_headers(${name} PRIVATE
-    <algorithm> <cstdint> <functional> <map> <memory> <string> <vector>)
-  if(opencv)
-    target_precompile_headers(${name} PRIVATE <opencv2/core.hpp>)
+  get_target_property(type ${name} TYPE)
+  set(option -fPIC)
+  set(kind kelmo_headers_library)
+  if(type STREQUAL "EXECUTABLE")
+    set(option -fPIE)
+    set(kind kelmo_headers_program)
   endif()
+  set(headers <algorithm> <cstdint> <functional> <map> <memory> <string> <vector>)
+  set(link kelmo_options)
+  if(opencv)
+    string(APPEND kind "_opencv")
+    list(APPEND headers <opencv2/core.hpp>)
+    list(APPEND link opencv::core)
+  endif()
+  if(NOT TARGET ${kind})
+    kelmo_headers(${kind} ${option} ${headers})
+    target_link_libraries(${kind} PRIVATE ${link})
+  endif()
+  target_precompile_headers(${name} REUSE_FROM ${kind})
 endfunction()
 
 # Drivers and codecs outside our code keep memory until the process ends: the suppressions name them,
@@ -106,7 +137,11 @@ function(kelmo_test name)
   add_executable(${name} ${sources})
   target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name} PRIVATE kelmo_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
-  target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
+  if(NOT TARGET kelmo_headers_test)
+    kelmo_headers(kelmo_headers_test -fPIE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
+    target_link_libraries(kelmo_headers_test PRIVATE kelmo_options GTest::gmock)
+  endif()
+  target_precompile_headers(${name} REUSE_FROM kelmo_headers_test)
   target_compile_definitions(${name} PRIVATE
     KELMO_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
     KELMO_BIN_DIR="${KELMO_BIN_DIR}"
