@@ -165,8 +165,21 @@ private:
         if (info.hasOpencl != 0) {
             RequireFile("OPENCL", info.openclPath);
         }
+        for (std::size_t i = 0; i < info.passes.size(); ++i) {
+            const FilterPass& pass = info.passes[i];
+            RequireFile(Indexed("PASSES", i), pass.fragmentPath);
+            for (const std::string& name : pass.needs) CheckNeeded(Indexed("PASSES", i), name);
+        }
         CheckGroups("OPENGL_EXTERN", info.fragmentExterns);
         CheckGroups("OPENGL_VERTEX_EXTERN", info.vertexExterns);
+    }
+
+    void CheckNeeded(const std::string& key, const std::string& name) {
+        for (int32_t i = 0; i < info.paramCount; ++i) {
+            const auto param = info.GetParam(i);
+            if (param && param->name == name) return;
+        }
+        Report(key, "NEEDS " + name + ", which is no parameter");
     }
 
     void CheckGroups(const char* key, const std::vector<std::vector<std::string>>& groups) {

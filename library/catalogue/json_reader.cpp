@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "catalogue/json_fields.h"
+#include "catalogue/pass_reader.h"
 #include "platform/file_system.h"
 #include "platform/host_access.h"
 
@@ -148,6 +149,7 @@ public:
         info.function = IntField(object, "FUNCTION");
         info.innerRoi = IntField(object, "INNERROI");
         info.ignoreDefault = IntField(object, "IGNOREDEF");
+        info.passes = ReadPasses(object, info.dataPath, info.transition != 0, info.ownReads);
         ForEachElement(object, "TEXTURES", [this](const json& element) { ReadTexture(element); });
         ForEachElement(object, "PARAMS", [this](const json& element) { ReadParam(element); });
         return true;

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "catalogue/filter_pass.h"
 #include "contract/param_value.h"
 
 /// What is known about a filter before any effect of it exists.
@@ -89,6 +90,9 @@ public:
     std::vector<std::vector<std::string>> fragmentExterns;
     std::vector<std::vector<std::string>> vertexExterns;
     std::string entry = "MAIN";
+    /// Passes that are drawn before the OpenGL source, and what that reads; mostly none.
+    std::vector<FilterPass> passes;
+    std::vector<PassInput> ownReads;
     /// Primary key of the catalogue.
     std::string guid;
     /// Display name.

@@ -54,5 +54,25 @@ TEST(EveryTransition, ShowsNeitherClipNorNothingInTheMiddle) {
     }
 }
 
+/// A transition works from its beginning to its end: nobody wants to wait for one that was to last
+/// a second and takes half of it.
+TEST(EveryTransition, HasNoDeadTime) {
+    constexpr int64_t kLong = 100;
+    Picture first = NoisyLandscape(96, 54);
+    Picture second = City(96, 54);
+    for (const EffectDescription& effect : AllEffects()) {
+        if (!IsTransition(effect) || IsPart(effect)) continue;
+        SCOPED_TRACE(effect.name);
+        StagedEffect staged(effect, first.width, first.height, kLong);
+        Picture drawn = staged.Draw(0, first, second);
+        for (const int64_t frame : {6, 20, 40, 60, 80, 94, 100}) {
+            const Picture next = staged.Draw(frame, first, second);
+            EXPECT_GT(Compare(drawn, next, 2).share, 0.0005)
+                << "nothing happens up to " << frame << " %";
+            drawn = next;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace kelmo::test

@@ -44,6 +44,7 @@ int Assemble(const std::string& resources) {
 
 /// A class may read parameters on the CPU, and a sub-filter gets those of its owner.
 bool HasOwnClass(const NLEFilterInfo& info) {
+    if (!info.passes.empty()) return false;
     const EffectRegistry& registry = EffectRegistry::Instance();
     return registry.Find(info.typeName) != nullptr || registry.Find(info.guid) != nullptr ||
            !info.subGuid.empty();

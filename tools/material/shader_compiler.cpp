@@ -63,10 +63,25 @@ std::string ShaderCompiler::Open(const std::string& enginePath) {
 }
 
 std::vector<std::string> ShaderCompiler::Compile(const NLEFilterInfo& info) {
+    std::vector<std::string> errors;
+    for (const FilterPass& pass : info.passes) {
+        for (std::string& line : Build(info, pass.fragmentPath, "")) {
+            errors.push_back("pass " + pass.name + ": " + std::move(line));
+        }
+    }
+    for (std::string& line : Build(info, info.openglPath, info.vertexPath)) {
+        errors.push_back(std::move(line));
+    }
+    return errors;
+}
+
+std::vector<std::string> ShaderCompiler::Build(const NLEFilterInfo& info,
+                                               const std::string& fragmentPath,
+                                               const std::string& vertexPath) {
     LogLines().clear();
     std::shared_ptr<NLEOpenGLEngineEffect> effect;
-    engine->CreateEngineEffect(kWidth, kHeight, kStride, false, info.openglPath.c_str(), effect,
-                               info.encrypt, info.vertexPath.c_str(), info.fragmentExterns,
+    engine->CreateEngineEffect(kWidth, kHeight, kStride, false, fragmentPath.c_str(), effect,
+                               info.encrypt, vertexPath.c_str(), info.fragmentExterns,
                                info.vertexExterns);
     bool built = false;
     if (effect) {

@@ -24,10 +24,13 @@ public:
 
     /// Loads the engine library of that path. Empty, or what is wrong.
     std::string Open(const std::string& enginePath);
-    /// The error lines of the compiler, naming file and line; empty when the program builds.
+    /// The error lines of the compiler, naming pass, file and line; empty when all programs build.
     std::vector<std::string> Compile(const NLEFilterInfo& info);
 
 private:
+    std::vector<std::string> Build(const NLEFilterInfo& info, const std::string& fragmentPath,
+                                   const std::string& vertexPath);
+
     DynamicLibrary library;
     NLEOpenGLEffectEngine* engine = nullptr;
     DestroyNLEOpenGLEffectEngineInstanceFn destroy = nullptr;

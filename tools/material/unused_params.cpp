@@ -63,6 +63,7 @@ void Append(const fs::path& path, const fs::path& common, std::set<fs::path>& se
 
 std::set<std::string> UniformsOf(const NLEFilterInfo& info, const std::string& commonFolder) {
     std::vector<std::string> files = {info.openglPath, info.vertexPath};
+    for (const FilterPass& pass : info.passes) files.push_back(pass.fragmentPath);
     for (const auto* groups : {&info.fragmentExterns, &info.vertexExterns}) {
         for (const auto& group : *groups) files.insert(files.end(), group.begin(), group.end());
     }

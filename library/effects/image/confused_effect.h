@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/image/kept_picture.h"
+#include "framework/shared/kept_picture.h"
 #include "framework/filter/nle_opengl_filter.h"
 
 namespace kelmo {
