@@ -24,6 +24,43 @@ struct NeutralCase {
 
 std::vector<NeutralCase> NeutralCases() {
     return {
+        {"Gaussian Blur", {"radius=0"}},
+        {"Dream Glow", {"amount=0"}},
+        {"Clarity", {"amount=0"}},
+        {"Motion Trails", {"amount=0"}},
+        {"Black and White", {"amount=0"}},
+        {"Sepia", {"amount=0"}},
+        {"Sharpen", {"amount=0"}},
+        {"Mirror", {"mode=0", "position=1"}},
+        {"Strobe", {"amount=0"}},
+        {"RGB Split", {"amount=0"}},
+        {"Camera Shake", {"amount=0"}},
+        {"Digital Glitch", {"amount=0"}},
+        {"Cinema Bars", {"amount=0"}},
+        {"Light Rays", {"amount=0"}},
+        {"Cartoon", {"amount=0"}},
+        {"Posterise", {"amount=0"}},
+        {"Ripple", {"amount=0"}},
+        {"Twirl", {"angle=0"}},
+        {"Bulge", {"amount=0"}},
+        {"Thermal Vision", {"amount=0"}},
+        {"Night Vision", {"amount=0"}},
+        {"Old Computer", {"amount=0"}},
+        {"Emboss", {"amount=0"}},
+        {"Neon Edges", {"amount=0"}},
+        {"Colour Replace", {"amount=0"}},
+        {"Split Toning", {"amount=0"}},
+        {"Selective Colour", {"amount=0"}},
+        {"Heat Haze", {"amount=0"}},
+        {"Underwater", {"amount=0"}},
+        {"Rain", {"amount=0"}},
+        {"Snow", {"amount=0"}},
+        {"Lens Flare", {"amount=0"}},
+        {"ASCII", {"amount=0"}},
+        {"Watercolour", {"amount=0"}},
+        {"Chroma Key", {"amount=0"}},
+        {"Blur Fill", {"amount=0"}},
+        {"Photo Frame", {"amount=0"}},
         {"3D Transform",
          {"rotate_x=0", "rotate_y=0", "rotate_z=0", "position_x=0", "position_y=0", "position_z=0",
           "scale=1"}},
@@ -136,6 +173,7 @@ TEST(NeutralValues, AreKnownForEveryFilterThatHasThem) {
 TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
     const std::set<std::string> kDrawing = {
         "Fractal Noise",      // draws its own picture
+        "Lens Flare",         // light
         "Spectrum Bars",      // bars
         "Waveform Glow",      // a line
         "Background Colour",  // a wall

@@ -10,6 +10,7 @@
 #include "framework/filter/effect_registry.h"
 #include "tools/material/assemble.h"
 #include "tools/material/shader_compiler.h"
+#include "tools/material/shader_loops.h"
 #include "tools/material/unused_params.h"
 
 namespace {
@@ -70,6 +71,12 @@ int CheckAll(const std::string& resources, const std::string& enginePath) {
             report(problem.key + ": " + problem.message);
         }
         for (const std::string& line : compiler.Compile(*info)) report(line);
+        for (const std::string& file : material::ShaderFiles(*info)) {
+            const std::string text = material::WithIncludes(file, commonFolder);
+            for (const std::string& loop : material::UnboundedLoops(text)) {
+                report(file + ": a loop without a bound that is constant: " + loop);
+            }
+        }
         if (HasOwnClass(*info)) continue;
         for (const std::string& name : material::UnusedParams(*info, commonFolder)) {
             report("no shader declares the parameter " + name);

@@ -23,6 +23,34 @@ bool IsAudioSetting(std::string_view name) {
            std::end(kAudioSettings);
 }
 
+void Append(const fs::path& path, const fs::path& common, std::set<fs::path>& seen,
+            std::string& text) {
+    std::error_code error;
+    const fs::path whole = fs::weakly_canonical(path, error);
+    std::ifstream file(path, std::ios::binary);
+    if (!file || !fs::is_regular_file(path, error) || !seen.insert(whole).second) return;
+    static const std::regex kInclude("^\\s*#\\s*include\\s*\"([^\"]+)\".*");
+    for (std::string line; std::getline(file, line);) {
+        std::smatch match;
+        if (!std::regex_match(line, match, kInclude)) {
+            text += line + "\n";
+            continue;
+        }
+        const fs::path beside = path.parent_path() / match[1].str();
+        Append(fs::exists(beside, error) ? beside : common / match[1].str(), common, seen, text);
+    }
+}
+
+std::set<std::string> UniformsOf(const NLEFilterInfo& info, const std::string& commonFolder) {
+    std::set<std::string> uniforms;
+    for (const std::string& file : ShaderFiles(info)) {
+        uniforms.merge(DeclaredUniforms(WithIncludes(file, commonFolder)));
+    }
+    return uniforms;
+}
+
+}  // namespace
+
 std::string WithoutComments(std::string_view source) {
     std::string text;
     for (std::size_t i = 0; i < source.size();) {
@@ -43,38 +71,14 @@ std::string WithoutComments(std::string_view source) {
     return text;
 }
 
-void Append(const fs::path& path, const fs::path& common, std::set<fs::path>& seen,
-            std::string& text) {
-    std::error_code error;
-    const fs::path whole = fs::weakly_canonical(path, error);
-    std::ifstream file(path, std::ios::binary);
-    if (!file || !fs::is_regular_file(path, error) || !seen.insert(whole).second) return;
-    static const std::regex kInclude("^\\s*#\\s*include\\s*\"([^\"]+)\".*");
-    for (std::string line; std::getline(file, line);) {
-        std::smatch match;
-        if (!std::regex_match(line, match, kInclude)) {
-            text += line + "\n";
-            continue;
-        }
-        const fs::path beside = path.parent_path() / match[1].str();
-        Append(fs::exists(beside, error) ? beside : common / match[1].str(), common, seen, text);
-    }
-}
-
-std::set<std::string> UniformsOf(const NLEFilterInfo& info, const std::string& commonFolder) {
+std::vector<std::string> ShaderFiles(const NLEFilterInfo& info) {
     std::vector<std::string> files = {info.openglPath, info.vertexPath};
     for (const FilterPass& pass : info.passes) files.push_back(pass.fragmentPath);
     for (const auto* groups : {&info.fragmentExterns, &info.vertexExterns}) {
         for (const auto& group : *groups) files.insert(files.end(), group.begin(), group.end());
     }
-    std::set<std::string> uniforms;
-    for (const std::string& file : files) {
-        uniforms.merge(DeclaredUniforms(WithIncludes(file, commonFolder)));
-    }
-    return uniforms;
+    return files;
 }
-
-}  // namespace
 
 std::set<std::string> DeclaredUniforms(std::string_view source) {
     const std::string text = WithoutComments(source);

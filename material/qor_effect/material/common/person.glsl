@@ -13,7 +13,7 @@ float PersonAround(vec2 uv, float radius, int samples) {
     vec2 unit = vec2(1.0 / Aspect(), 1.0);
     vec2 direction = vec2(radius, 0.0);
     float sum = 0.0;
-    for (int k = 0; k < samples; ++k) {
+    for (int k = 0; k < min(samples, 64); ++k) {
         sum += FirmPerson(uv + DiscRadius(k, samples) * direction * unit);
         direction = kGoldenTurn * direction;
     }

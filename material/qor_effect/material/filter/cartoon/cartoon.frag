@@ -24,6 +24,8 @@ void main() {
     float gx = (l[0] - l[4]) * 2.0 + l[1] + l[7] - l[3] - l[5];
     float gy = (l[2] - l[6]) * 2.0 + l[1] + l[3] - l[5] - l[7];
     float ink = smoothstep(0.28, 0.75, lines * length(vec2(gx, gy)));
+    // Dark places are opened a little: ink alone is black.
+    soft = pow(soft, vec3(0.8));
     float y = max(Luma(soft), 1e-3);
     float steps = float(clamp(levels, 2, 12));
     float scaled = y * steps;

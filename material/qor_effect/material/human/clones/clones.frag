@@ -21,6 +21,8 @@ vec4 Clone(vec2 p, float middle, float offset, float size, bool mirrored) {
     return Input1(uv) * Inside(uv);
 }
 
+const int kMostPairs = 3;
+
 void main() {
     vec4 clip = Input0(vTexCoord);
     vec2 p = ToHeightUnits(vTexCoord);
@@ -28,7 +30,7 @@ void main() {
     float gone = entrance > 0.0 ? EaseOutQuad(clamp(global_time / entrance, 0.0, 1.0)) : 1.0;
 
     vec4 picture = clip;
-    for (int row = pairs; row >= 1; --row) {
+    for (int row = min(pairs, kMostPairs); row >= 1; --row) {
         float place = float(row);
         float size = mix(1.0, pow(shrink, place), gone);
         float offset = place * offsetHalfHuman * gone;

@@ -13,15 +13,17 @@ uniform float tint;   // how much of the colours they take
 uniform int color;    // of the smallest
 uniform int second_color;
 
+const int kMostEchoes = 6;
+
 void main() {
     vec4 clip = Input0(vTexCoord);
     vec2 about = vec2(midHuman > 0.0 && midHuman < 1.0 ? midHuman : 0.5, offsetHalfHuman);
     float phase = fract(speed * global_time);
 
     vec4 picture = clip;
-    for (int k = echoes - 1; k >= 0; --k) {
+    for (int k = min(echoes, kMostEchoes) - 1; k >= 0; --k) {
         // 0 at the people, 1 when it is gone.
-        float age = (float(k) + phase) / float(echoes);
+        float age = (float(k) + phase) / float(clamp(echoes, 1, kMostEchoes));
         vec2 uv = about + (vTexCoord - about) / mix(1.0, size, age);
         vec4 echo = Input1(uv) * Inside(uv);
         vec3 tone = mix(UnpackColor(color), UnpackColor(second_color), age);

@@ -29,7 +29,7 @@ float nearest = 1e3;
 
 // A row from the root to the tip, each feather over the one before.
 void Row(vec2 p, int count, float first, float last, vec2 angles) {
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < min(count, 16); ++i) {
         float t = (float(i) + 0.5) / float(count);
         float size = mix(first, last, t * (1.7 - 0.7 * t));
         vec2 at = Rotate(p - Bone(t), -radians(mix(angles.x, angles.y, t * t)));

@@ -23,7 +23,7 @@ float Octaves(vec2 p, float z) {
     float sum = 0.0;
     float weight = 0.5;
     float weights = 0.0;
-    for (int k = 0; k < octaves; ++k) {
+    for (int k = 0; k < min(octaves, 8); ++k) {
         sum += weight * Noise3(p, z + float(k) * 3.7);
         weights += weight;
         p = Rotate(p, 0.6) * 2.02;

@@ -12,7 +12,7 @@ void main() {
     vec4 c = Input0(vTexCoord);
     vec2 p = ToHeightUnits(vTexCoord);
     vec3 light = vec3(0.0);
-    for (int k = 0; k < count; ++k) {
+    for (int k = 0; k < min(count, 256); ++k) {
         vec4 star = ArrayAt(posArray, k);
         // Each star twinkles at its own pace; the brightest places (0 when saturated) get the largest stars.
         float pace = Hash(ivec2(star.xy * 64.0));

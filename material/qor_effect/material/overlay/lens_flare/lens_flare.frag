@@ -27,7 +27,7 @@ void main() {
     float angle = atan(d.y, d.x);
     float star = 0.55 + 0.45 * ValueNoise(vec2(angle * 5.0 + 20.0, 1.0)) * ValueNoise(vec2(angle * 13.0 + 90.0, 2.0)) * 2.0;
     vec3 tint = UnpackColor(color);
-    vec3 sum = vec3(1.0) * 0.012 / (r * r + 0.006);
+    vec3 sum = vec3(1.0) * 0.006 / (r * r + 0.004);
     sum += tint * 0.35 * exp(-r * 4.5) * mix(1.0, star, rays);
     sum += tint * 0.07 * smoothstep(0.03, 0.0, abs(r - 0.42)) * vec3(1.0, 0.7, 0.45);
     sum += streak * vec3(0.35, 0.6, 1.0) * exp(-abs(d.y) / (0.006 * size)) * exp(-abs(d.x) * 1.6 / size) * 0.55;

@@ -14,7 +14,7 @@ void main() {
     // Outside the first and the last knot the curve goes on level.
     float y = x <= ArrayAt(controlPoints, 0).x ? ArrayAt(controlPoints, 0).y
                                                : ArrayAt(controlPoints, 3 * last).y;
-    for (int segment = 0; segment < last; ++segment) {
+    for (int segment = 0; segment < min(last, 256); ++segment) {
         vec2 a = ArrayAt(controlPoints, 3 * segment).xy;
         vec2 d = ArrayAt(controlPoints, 3 * segment + 3).xy;
         if (x < a.x || x > d.x) continue;

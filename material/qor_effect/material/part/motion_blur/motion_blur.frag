@@ -27,7 +27,7 @@ void main() {
     int count = min(history_frame_count, 16);
     vec4 sum = vec4(0.0);
     float weights = 0.0;
-    for (int k = 0; k < count; ++k) {
+    for (int k = 0; k < min(count, 16); ++k) {
         float w = float(count - k);
         sum += w * Frame(k);
         weights += w;
