@@ -175,6 +175,8 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Fractal Noise",      // draws its own picture
         "Lens Flare",         // light
         "Spectrum Bars",      // bars
+        "Cinema Bars",        // bars too
+        "Photo Frame",        // a card on a table
         "Waveform Glow",      // a line
         "Background Colour",  // a wall
         "Magic Circle",         "Neon Outline",

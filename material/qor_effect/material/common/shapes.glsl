@@ -37,5 +37,5 @@ float ShapeDistance(int shape, vec2 p, float size) {
 
 // How many radii a shape must be large to cover a circle of radius 1.
 float ShapeReach(int shape) {
-    return shape == 1 ? 2.05 : shape == 2 ? 1.9 : shape == 3 ? 1.25 : shape == 4 ? 1.16 : shape == 5 ? 1.9 : 1.02;
+    return shape == 1 ? 2.05 : shape == 2 ? 1.9 : shape == 3 ? 1.25 : shape == 4 ? 1.03 : shape == 5 ? 1.9 : 1.02;
 }

@@ -19,6 +19,6 @@ void main() {
         nearest = min(nearest, length(p - drop) + late);
     }
     float farthest = 0.62 * max(Aspect(), 1.0) + 0.2;
-    float order = clamp((nearest + ragged + 0.02) / (0.95 * farthest), 0.0, 1.0);
+    float order = clamp((nearest + ragged + 0.02) / (0.6 * farthest), 0.0, 1.0);
     fragColor = Exact(mix(Input0(vTexCoord), Input1(vTexCoord), Reveal(order, Eased(easing), softness)));
 }

@@ -14,7 +14,7 @@ void main() {
     float half_ = 0.5 * (abs(to.x) * Aspect() + abs(to.y));
     float kPi = 3.1415927;
     // The roll's axis wanders from the far edge past the near one.
-    float axis = mix(half_, -half_ - 0.5 * kPi * radius, t);
+    float axis = mix(half_ - 0.04, -half_ - 0.3 * kPi * radius, t);
     float d = dot(p, -to) - axis;  // above 0: behind the axis, where the sheet is gone
     vec4 c = Input1(vTexCoord);
     c.rgb *= 1.0 - shadow * 0.7 * exp(-max(d - radius * 0.3, 0.0) / (0.9 * radius)) * step(0.0, d) * (1.0 - t);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The second clip rises as a liquid from the bottom, over the part of the frame that the first clip's picture takes.
 #include "color.glsl"
-#include "easing.glsl"
 #include "frame.glsl"
 #include "progress.glsl"
 
@@ -27,7 +26,7 @@ void main() {
     float wave = wave_height * calm * (0.65 * sin(phase + run) + 0.35 * sin(1.7 * phase - 1.3 * run + 1.0));
     float back = wave_height * calm * (0.65 * sin(phase * 0.9 - run * 0.8 + 2.0) + 0.35 * sin(2.1 * phase + run));
     float margin = 0.05;
-    float level = mix(low - margin, high + margin, EaseInOutQuad(t));
+    float level = mix(low - margin, high + margin, t);
     float pixel = 1.0 / uResolution.y;
     float front = 1.0 - smoothstep(level + wave - pixel, level + wave + pixel, up);
     float behind = 1.0 - smoothstep(level + back + 0.02 - pixel, level + back + 0.02 + pixel, up);
