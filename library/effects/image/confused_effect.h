@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "framework/shared/kept_picture.h"
 #include "framework/filter/nle_opengl_filter.h"
+#include "framework/shared/kept_picture.h"
 
 namespace kelmo {
 
