@@ -45,6 +45,15 @@ NLEOpenGLHumanPoseStickerEffect::NLEOpenGLHumanPoseStickerEffect(
     needCpuFrame = 1;
 }
 
+int32_t NLEOpenGLHumanPoseStickerEffect::InitEffect() {
+    const int32_t result = NLEOpenGLCombineFilter::InitEffect();
+    // The description's value holds until the host says another.
+    if (const NLEFilterParams* const binding = ParamNamed(kBindingParam)) {
+        bindingType = CurrentInt(*binding);
+    }
+    return result;
+}
+
 int32_t NLEOpenGLHumanPoseStickerEffect::SetParam(const char* name, int32_t type,
                                                   NLEParamValue value) {
     if (std::strcmp(name, kBindingParam) == 0) {

@@ -24,6 +24,7 @@ class NLEOpenGLHumanPoseStickerEffect : public NLEOpenGLCombineFilter {
 public:
     explicit NLEOpenGLHumanPoseStickerEffect(std::shared_ptr<NLEFilterInfo> filterInfo);
 
+    int32_t InitEffect() override;
     /// kFilterRefusedType, and nothing stored, for a "binding_type" that is no int.
     int32_t SetParam(const char* name, int32_t type, NLEParamValue value) override;
     int32_t DoEffect(const FrameRecord& second, const FrameRecord& first, FrameRecord& out,

@@ -186,6 +186,14 @@ TEST_F(PoseSticker, TakesNoReferenceFromAFrameWithoutAPicture) {
     ExpectSticker(24, 9, 1.0F, 1.0F, "the first frame with one");
 }
 
+TEST_F(PoseSticker, HangsWhereItsDescriptionSaysUntilTheHostSaysAnother) {
+    effect = effects.Make("E8A41D57-90B3-4C2E-B7F5-6D3C20A9185B");  // wings: the shoulders
+    Give(&transfer);
+    test::EffectRecord& wings = *effects.Engine().Effects().back();
+    ASSERT_EQ(Draw(), kFilterOk);
+    EXPECT_EQ(wings.UniformInt("anchor_point_x"), 32);
+}
+
 TEST_F(PoseSticker, RefusesABindingThatIsNoWholeNumber) {
     Bind(1);
     EXPECT_EQ(effect->SetParam("binding_type", kParamFloat, NLEParamValue::Float(0.0F)),
