@@ -117,8 +117,8 @@ TEST_F(EffectObjectTest, TheFrameRateIsTheIntegerQuotient) {
     struct {
         int64_t numerator, denominator;
         float expected;
-    } const cases[] = {
-        {25, 1, 25.0F}, {30000, 1001, 29.0F}, {24, 0, 24.0F}, {24, -3, 24.0F}, {0, 0, 0.0F}};
+    } const cases[] = {{25, 1, 25.0F}, {30000, 1001, 29.0F}, {24, 0, 24.0F}, {24, -3, 24.0F},
+                       {0, 0, 25.0F},  {1, 2, 25.0F}};  // none that counts: 25
     for (const auto& c : cases) {
         context.rateNumerator = c.numerator;
         context.rateDenominator = c.denominator;

@@ -136,7 +136,8 @@ int32_t NLEOpenGLFilter::Resize(int32_t newWidth, int32_t newHeight, int32_t new
 float NLEOpenGLFilter::GetFrameRate() const {
     const NLEOpenGLFilter* root = this;
     while (root->parent) root = root->parent;
-    return root->frameRate;
+    // Below one frame a second the host's whole number is 0.
+    return root->frameRate > 0.0F ? root->frameRate : kTicksPerSecond;
 }
 
 FrameTime NLEOpenGLFilter::Time() const {
