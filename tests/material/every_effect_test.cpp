@@ -132,9 +132,16 @@ TEST(EveryEffect, LooksTheSameAtTwiceTheSize) {
         "Retro Television",
         "Halftone",       // cells have five pixels at least
         "Pencil Sketch",  // strokes below a pixel
+        "ASCII",          // dots of a sign, below a pixel on a small picture
+        "Old Computer",   // the same of its pattern
+        "Cartoon",        // lines have a pixel at least
+        "Neon Edges",     // those too
         "Soft Blur",      // counted in halvings of the picture
         "Retro Dream",    // by the same blur
-        "Star Highlights",  "Cross Highlights", "Heart Highlights", "Star Highlights (own picture)",
+        "Star Highlights",
+        "Cross Highlights",
+        "Heart Highlights",
+        "Star Highlights (own picture)",
     };
     Picture smallFirst = Landscape(320, 180);
     Picture smallSecond = City(320, 180);

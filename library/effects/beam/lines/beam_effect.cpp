@@ -12,8 +12,8 @@ namespace kelmo {
 namespace {
 
 const bool kRegistered =
-    RegisterEffect("Beam", MakeEffect<NLEOpenGLBeamEffect>,
-                   {kBeamGuid, kBeamWaveGuid, "00548362-3BED-739D-B780-CE3AA818DC47",
+    RegisterEffect("NLEOpenGLBeamEffect", MakeEffect<NLEOpenGLBeamEffect>,
+                   {"Beam", kBeamGuid, kBeamWaveGuid, "00548362-3BED-739D-B780-CE3AA818DC47",
                     kBeamParticleDissipateGuid, kBeamParticleConvergeGuid, kBeamSineWaveGuid});
 
 constexpr std::array<float, 32> kNoTransform = {
