@@ -102,6 +102,8 @@ std::vector<NeutralCase> NeutralCases() {
         {"Match Colour", {"strength=0"}},
         {"Match Colour", {"Enabled=0"}},
         {"Neon Outline", {"amount=0"}},
+        {"Neon Text Drawing", {"amount=0"}},
+        {"Outline Drawing", {"amount=0"}},
         {"Painted Canvas", {"amount=0", "paint=0"}},
         {"Pencil Sketch", {"amount=0"}},
         {"Person Glitch", {"strength=0"}},
