@@ -13,8 +13,9 @@
 namespace kelmo {
 namespace {
 
-const bool kRegistered = RegisterEffect("BeamTraceText", MakeEffect<NLEOpenGLBeamBitmapTraceEffect>,
-                                        {"F3C9CC86-9A8E-EE0B-170B-F6D68C0A50FD"});
+const bool kRegistered =
+    RegisterEffect("NLEOpenGLBeamBitmapTraceEffect", MakeEffect<NLEOpenGLBeamBitmapTraceEffect>,
+                   {"BeamTraceText", "F3C9CC86-9A8E-EE0B-170B-F6D68C0A50FD"});
 
 }  // namespace
 

@@ -8,12 +8,12 @@
 namespace kelmo {
 namespace {
 
-const bool kRegistered =
-    RegisterEffect("BeamVectorText", MakeEffect<NLEOpenGLBeamVectorTextEffect>,
-                   {"DC9191D3-EE6F-B5FA-6D2F-FA122D80845D", "ED748B7C-AFB5-A595-8CDB-F5B16E2D4765",
-                    "3133EADA-24AB-37F7-3054-FF8EE5C410C0", "18CA367A-AE88-BCBB-4F65-E3A884EBA91F",
-                    "C0A8FB2B-E293-0252-3362-ACC80FED0E0A", "5E992C3F-2A9B-DE66-02F1-21993BA448A1",
-                    "702E46E7-9F9F-8DFD-E0C9-46AF5540801F"});
+const bool kRegistered = RegisterEffect(
+    "NLEOpenGLBeamVectorTextEffect", MakeEffect<NLEOpenGLBeamVectorTextEffect>,
+    {"BeamVectorText", "DC9191D3-EE6F-B5FA-6D2F-FA122D80845D",
+     "ED748B7C-AFB5-A595-8CDB-F5B16E2D4765", "3133EADA-24AB-37F7-3054-FF8EE5C410C0",
+     "18CA367A-AE88-BCBB-4F65-E3A884EBA91F", "C0A8FB2B-E293-0252-3362-ACC80FED0E0A",
+     "5E992C3F-2A9B-DE66-02F1-21993BA448A1", "702E46E7-9F9F-8DFD-E0C9-46AF5540801F"});
 
 constexpr const char* kTextPathParam = "TextPath";
 
