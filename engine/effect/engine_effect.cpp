@@ -64,19 +64,19 @@ bool EngineEffect::DrawPass() {
     inputs.slots.DropDeadTextures();
     readTextures.clear();
     pass->CollectTextures(*device, inputs, readTextures);
-    const int samples = multisample ? device->Limits().samples : 0;
+    const int samples = Smoothed() ? device->Limits().samples : 0;
     if (!pictures.BeginPass(*device, readTextures, state.depthTest, samples)) return false;
     ApplyPassState();
     pass->Apply(*device, inputs, pictures.Width(), pictures.Height());
     const bool drawn = geometry.Draw(*device, pass->Program());
-    if (multisample) glDisable(GL_MULTISAMPLE);
+    if (Smoothed()) glDisable(GL_MULTISAMPLE);
     pictures.EndPass();
     return drawn;
 }
 
 void EngineEffect::ApplyPassState() const {
     const auto set = [](GLenum name, bool on) { on ? glEnable(name) : glDisable(name); };
-    set(GL_MULTISAMPLE, multisample);
+    set(GL_MULTISAMPLE, Smoothed());
     set(GL_DEPTH_TEST, state.depthTest);
     set(GL_CULL_FACE, state.cullFace);
     const float* clear = state.clearColor;

@@ -95,6 +95,8 @@ private:
         float clearColor[4] = {};
     };
 
+    /// Solid things have edges inside the frame, asked for or not.
+    bool Smoothed() const { return multisample || state.depthTest; }
     bool DrawPass();
     void ApplyPassState() const;
     bool Deliver(const FrameRecord& target);

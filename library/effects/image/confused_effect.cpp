@@ -45,6 +45,7 @@ int32_t NLEOpenGLConfusedEffect::DoEffect(const FrameRecord& second, const Frame
     }
     engine->SetUniformFloat("global_time", SecondsAt(position, framesPerSecond));
     engine->SetUniformFloat("speed", speed);
+    engine->SetUniformFloat("amount", FloatOr("amount", 1.0F));
     engine->SetUniformFloat("frame_rate", framesPerSecond);
     if (RenderTo(out) != kFilterOk) return kFilterFailed;
     if (renew) engine->SetRenderTarget(0);

@@ -12,6 +12,12 @@ float Inside(vec2 uv) {
     return s.x * s.y;
 }
 
+// The same with soft borders, for a copy of somebody whom the frame cuts: no straight edges in mid-air.
+float FadeAtBorder(vec2 uv) {
+    vec2 s = smoothstep(vec2(0.0), vec2(0.05), uv) * smoothstep(vec2(0.0), vec2(0.05), 1.0 - uv);
+    return s.x * (uv.y < 0.5 ? step(0.0, uv.y) : s.y);
+}
+
 vec2 Rotate(vec2 p, float radians) {
     float c = cos(radians);
     float s = sin(radians);

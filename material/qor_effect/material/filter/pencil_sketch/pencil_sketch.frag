@@ -31,11 +31,11 @@ void main() {
     float bl = LumaAt(step * vec2(-1, -1)), b = LumaAt(step * vec2(0, -1)), br = LumaAt(step * vec2(1, -1));
     vec2 gradient = vec2(tr + 2.0 * r + br - tl - 2.0 * l - bl, tl + 2.0 * t + tr - bl - 2.0 * b - br);
     vec2 p = ToHeightUnits(vTexCoord);
-    float tooth = 0.75 + 0.25 * ValueNoise(p * 480.0);
+    float tooth = 0.75 + 0.25 * ValueNoise(p * 300.0);
     float line = smoothstep(0.12, 0.9, length(gradient) * strength) * tooth;
     vec4 c = Input0(vTexCoord);
     float dark = 1.0 - Luma(Straight(c));
-    float spacing = max(0.008, 4.0 / uResolution.y);  // strokes nearer than four pixels would blur
+    float spacing = max(0.0115, 4.0 / uResolution.y);  // strokes nearer than four pixels would blur
     float shade = smoothstep(0.45, 0.75, dark) * Strokes(p, 45.0, spacing);
     shade = max(shade, smoothstep(0.7, 0.92, dark) * Strokes(p, -40.0, 0.9 * spacing));
     float drawn = clamp(line + hatching * 0.75 * shade, 0.0, 1.0);

@@ -29,6 +29,8 @@ void main() {
     // The head switches near the bottom: a band of lines torn sideways.
     float band = smoothstep(0.055, 0.0, vTexCoord.y);
     float shift = wobble * (0.003 * jitter + 0.012 * sway) + band * (0.06 + 0.05 * jitter) * wobble;
+    float tear = fract(vTexCoord.y + 0.13 * global_time) - 0.5;
+    shift += wobble * 0.03 * jitter * exp(-tear * tear * 676.0);
     shift *= amount;
     vec2 uv = vec2(vTexCoord.x + shift, vTexCoord.y);
 
@@ -36,23 +38,32 @@ void main() {
     vec3 tape = ToYiq(Straight(c));
     vec2 chroma = vec2(0.0);
     for (int k = 0; k < 8; ++k) {  // the colour signal is slow: it drags to the right
-        vec2 at = uv - vec2((float(k) - 1.5) * 0.0045 * bleed, 0.0);
+        vec2 at = uv - vec2((float(k) - 1.0) * 0.0075 * bleed, 0.0);
         chroma += ToYiq(Straight(Input0(at))).yz;
     }
-    tape.yz = chroma / 8.0 * 1.15;
+    tape.yz = chroma / 8.0 * 1.3;
     // A soft luma with a bright edge behind it.
-    float behind = ToYiq(Straight(Input0(uv - vec2(0.004, 0.0)))).x;
-    tape.x += (tape.x - behind) * 0.35;
-    float grain = Hash(ivec3(int(vTexCoord.x * 320.0), int(line), frame)) - 0.5;
-    tape.x += noise * grain * (0.14 + 0.5 * band);
-    float streak = step(0.9965, Hash(ivec3(int(line), frame, 2))) *
+    float behind = ToYiq(Straight(Input0(uv - vec2(0.006, 0.0)))).x;
+    float before = ToYiq(Straight(Input0(uv + vec2(0.003, 0.0)))).x;
+    tape.x = mix(tape.x, 0.5 * (tape.x + before), 0.8) + (tape.x - behind) * 0.4;
+    // Grain that lies along the lines, in the colour too.
+    float column = vTexCoord.x * 190.0 + 7.0 * Hash(ivec3(int(line), frame, 4));
+    float grain = mix(Hash(ivec3(int(column), int(line), frame)), Hash(ivec3(int(column) + 1, int(line), frame)),
+                      fract(column)) - 0.5;
+    tape.x += noise * grain * (0.22 + 0.5 * band);
+    tape.yz += noise * 0.12 * vec2(ValueNoise(vec2(vTexCoord.x * 24.0, line * 0.5 + float(frame) * 17.0)) - 0.5,
+                                   ValueNoise(vec2(vTexCoord.x * 24.0 + 90.0, line * 0.5 - float(frame) * 13.0)) - 0.5);
+    // Drop-outs, and a torn band that wanders through the picture.
+    float crease = exp(-tear * tear * 676.0) * wobble;
+    float streak = step(0.9965 - 0.35 * crease, Hash(ivec3(int(line), frame, 2))) *
                    step(0.55, ValueNoise(vec2(vTexCoord.x * 9.0 + line, float(frame))));
     tape.x += noise * streak * 0.55;
-    vec3 rgb = FromYiq(tape);
+    tape.yz *= 1.0 - 0.6 * crease;
+    vec3 rgb = FromYiq(tape) * vec3(1.03, 0.99, 1.02);
     // With less than two pixels a line the lines would beat against the pixels: an even grey instead.
     float room = smoothstep(kLines, 2.0 * kLines, uResolution.y);
     rgb *= 1.0 - lines * 0.45 * (0.5 + 0.5 * room * cos(vTexCoord.y * kLines * 6.2831853));
-    rgb = mix(vec3(0.03, 0.02, 0.05), rgb, 0.94);
+    rgb = mix(vec3(0.09, 0.07, 0.13), rgb, 0.86);
     vec4 clean = Input0(vTexCoord);
     fragColor = mix(clean, Premultiplied(rgb, c.a), amount);
 }

@@ -18,7 +18,7 @@ vec4 Clone(vec2 p, float middle, float offset, float size, bool mirrored) {
     vec2 from = vec2(p.x - middle - offset, p.y - ground + 0.5) / size;
     if (mirrored) from.x = -from.x;
     vec2 uv = FromHeightUnits(from + vec2(middle, ground - 0.5));
-    return Input1(uv) * Inside(uv);
+    return Input1(uv) * FadeAtBorder(uv);
 }
 
 const int kMostPairs = 3;

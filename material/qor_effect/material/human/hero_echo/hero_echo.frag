@@ -25,7 +25,7 @@ void main() {
         // 0 at the people, 1 when it is gone.
         float age = (float(k) + phase) / float(clamp(echoes, 1, kMostEchoes));
         vec2 uv = about + (vTexCoord - about) / mix(1.0, size, age);
-        vec4 echo = Input1(uv) * Inside(uv);
+        vec4 echo = Input1(uv) * FadeAtBorder(uv);
         vec3 tone = mix(UnpackColor(color), UnpackColor(second_color), age);
         vec3 tinted = tone * (0.5 + 0.8 * Luma(Straight(echo)));
         echo = Premultiplied(mix(Straight(echo), tinted, tint), echo.a);

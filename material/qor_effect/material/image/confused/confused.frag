@@ -3,12 +3,13 @@
 #include "frame.glsl"
 
 uniform float speed;
+uniform float amount;
 
 void main() {
     vec2 p = ToHeightUnits(vTexCoord);
     float t = global_time * speed * 2.2;
-    vec2 sway = 0.022 * vec2(sin(t), cos(t * 0.8));
-    float swell = 1.0 - 0.025 * (1.0 + sin(t * 0.6));
+    vec2 sway = 0.022 * amount * vec2(sin(t), cos(t * 0.8));
+    float swell = 1.0 - 0.025 * amount * (1.0 + sin(t * 0.6));
     vec4 left = Input0(FromHeightUnits(p * swell + sway));
     vec4 right = Input0(FromHeightUnits(p * swell - sway));
     vec4 before = Input1(FromHeightUnits(Rotate(p, 0.02 * sin(t * 0.7)) * (swell - 0.02)));
@@ -17,5 +18,5 @@ void main() {
     // The borders of the sight swim.
     float blur = smoothstep(0.3, 0.9, length(p));
     vec4 wide = (Input0(FromHeightUnits(p * (swell - 0.05))) + Input0(FromHeightUnits(p * (swell - 0.09)))) * 0.5;
-    fragColor = mix(both, wide, 0.55 * blur);
+    fragColor = mix(Input0(vTexCoord), mix(both, wide, 0.55 * blur), smoothstep(0.0, 0.5, amount));
 }

@@ -22,7 +22,7 @@ void main() {
         vec3 hsv = RgbToHsv(before);
         hsv.x = fract(hsv.x + 0.02);  // each echo is turned a little further
         before = HsvToRgb(hsv);
-        now = mix(now, max(now * 0.6, before), echo);
+        now = mix(now, max(now * 0.6, before), echo * smoothstep(0.0, 0.1, filter_));
     }
     fragColor = Premultiplied(now, c.a);
 }

@@ -3,9 +3,13 @@
 // Method: the dual filter of M. Bjorge, "Bandwidth-Efficient Rendering", 2015. The picture of a pass that
 // works at a part of the size lies in the bottom left corner of the frame; what is outside stays empty.
 uniform int uIterations;
-uniform float uOffset;     // distance of the samples
+uniform float uOffset;     // distance of the samples in pixels of a picture 720 high
 uniform int calLayer;      // 0 down, 1 up, 2 copy
 uniform int curIteration;  // of this direction, from 0
+
+// The offset is meant for a picture 720 high, so that others look alike. From about three pixels on, and
+// below a third of one, the samples would miss what lies between them or no longer spread.
+float Offset() { return clamp(uOffset * uResolution.y / 720.0, 0.35, max(3.0, uOffset)); }
 
 // The part of the frame that a picture halved `times` times takes, a whole number of pixels.
 vec2 Extent(int times) { return ceil(uResolution / exp2(float(times))); }
@@ -30,11 +34,11 @@ void main() {
     }
     vec2 at = gl_FragCoord.xy / target * source;
     if (down) {
-        float d = uOffset;
+        float d = Offset();
         fragColor = (4.0 * At(at, source) + At(at + vec2(d, d), source) + At(at + vec2(-d, d), source) +
                      At(at + vec2(d, -d), source) + At(at + vec2(-d, -d), source)) / 8.0;
     } else {
-        float d = 0.5 * uOffset;
+        float d = 0.5 * Offset();
         vec4 axes = At(at + vec2(2.0 * d, 0.0), source) + At(at - vec2(2.0 * d, 0.0), source) +
                     At(at + vec2(0.0, 2.0 * d), source) + At(at - vec2(0.0, 2.0 * d), source);
         vec4 corners = At(at + vec2(d, d), source) + At(at + vec2(-d, d), source) +

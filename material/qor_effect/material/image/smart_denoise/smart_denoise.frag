@@ -12,6 +12,13 @@ uniform int internalType;  // 0 first pass, 1 second
 
 const int kSamples = 24;
 
+// The eye forgives more in colour than in light, and specks of colour are what noise leaves behind.
+float Unlike(vec4 away) {
+    float light = Luma(away.rgb);
+    vec3 tint = away.rgb - light;
+    return 2.2 * light * light + 0.3 * dot(tint, tint) + away.a * away.a;
+}
+
 // exp(-near - alike): nearness falls to a third at the rim, likeness by the distance of the colours. Two
 // loops, since a choice of the sampler inside would read both at each point.
 vec4 Smoothed(vec2 reach, float alike) {
@@ -24,7 +31,7 @@ vec4 Smoothed(vec2 reach, float alike) {
             float r = DiscRadius(k, kSamples);
             vec4 c = Input0(vTexCoord + r * direction * reach);
             direction = kGoldenTurn * direction;
-            float w = exp(alike * dot(c - centre, c - centre) - r * r);
+            float w = exp(alike * Unlike(c - centre) - r * r);
             sum += w * c;
             weights += w;
         }
@@ -33,8 +40,7 @@ vec4 Smoothed(vec2 reach, float alike) {
             float r = DiscRadius(k, kSamples);
             vec2 uv = vTexCoord + r * direction * reach;
             direction = kGoldenTurn * direction;
-            vec4 away = Input1(uv) - centre;
-            float w = exp(alike * dot(away, away) - r * r);
+            float w = exp(alike * Unlike(Input1(uv) - centre) - r * r);
             sum += w * Input0(uv);
             weights += w;
         }

@@ -4,7 +4,8 @@
 #include "frame.glsl"
 #include "noise.glsl"
 
-uniform float amount;
+uniform float amount;  // of all of it
+uniform float dust;
 uniform float fading;
 uniform float flicker;
 
@@ -20,7 +21,7 @@ void main() {
     if (Hash(frame / 8 + 11) > 0.5) uv.x = 1.0 - uv.x;
     if (Hash(frame / 8 + 29) > 0.5) uv.y = 1.0 - uv.y;
     vec3 marks = Input1(uv).rgb;
-    rgb = mix(rgb, vec3(0.96, 0.94, 0.88), amount * marks.r);  // scratches: bright
-    rgb *= 1.0 - amount * marks.g;                             // dust: dark
-    fragColor = Premultiplied(rgb, c.a);
+    rgb = mix(rgb, vec3(0.96, 0.94, 0.88), dust * marks.r);  // scratches: bright
+    rgb *= 1.0 - dust * marks.g;                             // dust: dark
+    fragColor = mix(c, Premultiplied(rgb, c.a), amount);
 }

@@ -3,8 +3,9 @@
 #include "color.glsl"
 #include "frame.glsl"
 
-uniform float amount;  // of the weave
+uniform float amount;  // of all of it
 uniform float scale;   // of the weave
+uniform float weave;   // how clearly the canvas shows through
 uniform float paint;   // how far the picture dissolves into strokes
 
 // The quietest of four neighbourhoods: flat strokes with sharp borders.
@@ -16,15 +17,15 @@ vec3 Painted(vec2 uv, float radius) {
         vec2 side = vec2((q & 1) * 2 - 1, (q >> 1) * 2 - 1);
         vec3 sum = vec3(0.0);
         vec3 squares = vec3(0.0);
-        for (int y = 0; y < 3; ++y) {
-            for (int x = 0; x < 3; ++x) {
+        for (int y = 0; y < 4; ++y) {
+            for (int x = 0; x < 4; ++x) {
                 vec3 s = Straight(Input0(uv + side * vec2(x, y) * step));
                 sum += s;
                 squares += s * s;
             }
         }
-        sum /= 9.0;
-        float spread = dot(squares / 9.0 - sum * sum, vec3(1.0));
+        sum /= 16.0;
+        float spread = dot(squares / 16.0 - sum * sum, vec3(1.0));
         if (spread < least) {
             least = spread;
             best = sum;
@@ -35,10 +36,17 @@ vec3 Painted(vec2 uv, float radius) {
 
 void main() {
     vec4 c = Input0(vTexCoord);
+    if (amount <= 0.0) {
+        fragColor = c;
+        return;
+    }
     vec3 rgb = Straight(c);
-    if (paint > 0.0) rgb = mix(rgb, Painted(vTexCoord, 0.004), paint);
-    vec2 p = ToHeightUnits(vTexCoord) * 2.5 / scale;
-    float weave = Input1(p).g;
-    rgb = mix(rgb, Overlay(rgb, vec3(weave)), amount);
-    fragColor = Premultiplied(rgb, c.a);
+    vec3 drawn = rgb;
+    if (paint > 0.0) drawn = mix(rgb, Painted(vTexCoord, 0.0036), paint);
+    // Threads finer than two pixels would beat against them: an even ground instead.
+    float room = smoothstep(180.0, 540.0, uResolution.y * scale);
+    vec2 p = ToHeightUnits(vTexCoord) * 3.6 / scale;
+    float thread = mix(0.5, Input1(p).g, room * weave);
+    drawn = Overlay(drawn, vec3(mix(0.5, thread, 0.5)));
+    fragColor = Premultiplied(mix(rgb, drawn, amount), c.a);
 }

@@ -7,7 +7,17 @@ uniform mat4 uMVP;
 out vec3 vFace;   // normal of the face before any turn
 out float vDepth;
 
+// The lid and the floor of the cube are never seen while it turns about the upright: where the including file
+// says `kBackdrop`, they are the wall behind it instead.
 void main() {
+    if (kBackdrop && abs(normals.y) > 0.5) {
+        vec2 corner = 2.0 * texcoord - 1.0;
+        gl_Position = normals.y > 0.0 ? vec4(corner, 0.99999, 1.0) : vec4(-2.0, -2.0, 0.0, 1.0);
+        vTexCoord = texcoord;
+        vFace = normals;
+        vDepth = -1.0;
+        return;
+    }
     vec4 p = uMVP * vec4(position, 1.0);
     // The camera's cotangent is 2.41421: with this factor the flat face fills the frame to the pixel.
     p.xy *= kNearest / 2.41421356;

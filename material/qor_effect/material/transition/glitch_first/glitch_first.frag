@@ -2,17 +2,18 @@
 // The first clip melts down in columns, its dark places first; under it lies the second.
 #include "color.glsl"
 #include "easing.glsl"
+#include "frame.glsl"
 #include "noise.glsl"
 #include "progress.glsl"
 
 uniform float amount;   // how far the columns go their own ways
-uniform float columns;  // along the width of the frame
+uniform float columns;  // along the width of a frame of 16:9
 uniform float minGray;  // darkest and brightest levels of the first clip
 uniform float maxGray;
 
 void main() {
     float t = Progress();
-    int column = int(floor(vTexCoord.x * columns));
+    int column = int(floor(vTexCoord.x * Aspect() * 0.5625 * columns));
     float wave = ValueNoise(vec2(float(column) * 0.09, 3.0));
     float own = mix(wave, Hash(column), 0.35);
     // A column starts late by `own`, and has left the frame at the end whatever it started with.

@@ -25,9 +25,11 @@ void main() {
     float t = EaseInOutCubic(progress);
     float speed = 6.0 * progress * (1.0 - progress);  // about the slope of the easing
     float spread = blur * 0.05 * speed;
+    // Each pixel begins at another part of the step, so that the copies melt into a trail.
+    float part = fract(52.9829189 * fract(dot(floor(gl_FragCoord.xy), vec2(0.06711056, 0.00583715))));
     vec4 sum = vec4(0.0);
     for (int k = 0; k < kSamples; ++k) {
-        float shift = ((float(k) + 0.5) / float(kSamples) - 0.5) * spread;
+        float shift = ((float(k) + part) / float(kSamples) - 0.5) * spread;
         sum += At(vTexCoord, from, clamp(t + shift, 0.0, 1.0));
     }
     fragColor = sum / float(kSamples);

@@ -11,14 +11,10 @@ uniform float softness;
 uniform float edgeLeft;   // borders of the opaque band, fractions of the width
 uniform float edgeRight;
 
-void main() {
-    float t = Progress();
-    float band = max(edgeRight - edgeLeft, 0.001);
-    float x = clamp((vTexCoord.x - edgeLeft) / band, 0.0, 1.0);
-    vec2 p = ToHeightUnits(vTexCoord);
-    vec2 q = Rotate(p, radians(angle));
-    float thread = floor(q.x * stripes);
-    float inside = fract(q.x * stripes);
+// x: how much of the second clip is seen where the threads are at `across`; y: how deep the fold's shadow is.
+vec2 Thread(float across, float x, float t) {
+    float thread = floor(across);
+    float inside = fract(across);
     // Threads alternate: even ones run ahead, odd ones follow, as warp and weft.
     float lag = mod(thread, 2.0) < 0.5 ? 0.0 : 0.18;
     float start = 0.5 * x + lag;
@@ -27,7 +23,23 @@ void main() {
     // The thread opens from one of its borders to the other.
     float edge = mix(-softness, 1.0 + softness, turn);
     float second = 1.0 - smoothstep(edge - softness, edge + max(softness, 0.001), inside);
-    vec4 c = mix(Input0(vTexCoord), Input1(vTexCoord), second);
     float fold = (1.0 - smoothstep(0.0, 0.25, abs(inside - edge))) * step(0.001, turn) * step(turn, 0.999);
-    fragColor = vec4(c.rgb * (1.0 - 0.45 * fold), c.a);
+    return vec2(second, fold);
+}
+
+const int kSamples = 4;  // across a pixel, since threads end sharply
+
+void main() {
+    float t = Progress();
+    float band = max(edgeRight - edgeLeft, 0.001);
+    float x = clamp((vTexCoord.x - edgeLeft) / band, 0.0, 1.0);
+    float across = Rotate(ToHeightUnits(vTexCoord), radians(angle)).x * stripes;
+    float pixel = stripes / uResolution.y;
+    vec2 seen = vec2(0.0);
+    for (int k = 0; k < kSamples; ++k) {
+        seen += Thread(across + ((float(k) + 0.5) / float(kSamples) - 0.5) * pixel, x, t);
+    }
+    seen /= float(kSamples);
+    vec4 c = mix(Input0(vTexCoord), Input1(vTexCoord), seen.x);
+    fragColor = vec4(c.rgb * (1.0 - 0.45 * seen.y), c.a);
 }
