@@ -25,6 +25,11 @@ inline constexpr const char* kBeamEclosionGuid = "C64ECC4D-F39E-77BB-673E-F9B738
 inline constexpr const char* kEdgeFlowLookGuid = "A0C9415F-3BD6-8E5C-E553-BE076A275459";
 inline constexpr const char* kTrackedLookGuid = "14ECBC85-F9E7-DB9A-3733-17EE8240A8D6";
 
+/// Trails of people: the accumulation, the afterimage that others feather, the queue of nine.
+inline constexpr const char* kBackGroundAccumulationGuid = "186D593A-3CAF-0AFC-145A-01DF7D00A695";
+inline constexpr const char* kBackGroundAfterimageGuid = "ACB83110-B1AA-5340-C6B0-F754527248EB";
+inline constexpr const char* kBackGroundQueueAccumGuid = "B45A98DD-5EEA-14E3-9A2F-BF8BBF715305";
+
 inline constexpr const char* kFractalNoiseGuid = "D6545134-70B8-4E1A-8669-A11268EA325B";
 inline constexpr const char* kDualKawaseBlurGuid = "5FCCB3C4-83CA-446A-ACCA-08BAE84893D4";
 inline constexpr const char* kMotionBlurGuid = "1CB976CB-FDD7-4669-A06F-D3AFB3A58456";
