@@ -94,8 +94,7 @@ int32_t st_mobile_human_action_detect(void* handle, const void* pixels, int32_t 
 int32_t st_mobile_human_action_destroy(void* handle);
 int32_t st_mobile_effect_render(void* handle, const kelmo::FaceSdkRenderInput* input,
                                 kelmo::FaceSdkRenderOutput* output);
-int32_t st_mobile_effect_add_package_from_buffer(void* handle,
-                                                 const kelmo::FaceSdkPackage* package,
+int32_t st_mobile_effect_add_package_from_buffer(void* handle, const kelmo::FaceSdkPackage* package,
                                                  int32_t* packageId);
 /// Replaces all packages by this one.
 int32_t st_mobile_effect_change_package_from_buffer(void* handle,

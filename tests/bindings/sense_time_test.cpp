@@ -29,9 +29,8 @@ void* Function(const std::string& name) {
 /// Functions of a library that lacks `missing`; all give 7.
 std::shared_ptr<SenseTimeSymbols> Without(const std::string& missing, bool& whole) {
     auto symbols = std::make_shared<SenseTimeSymbols>("st_mobile.dll");
-    whole = symbols->Bind([&](const char* name) {
-        return name == missing ? nullptr : Function(name);
-    });
+    whole =
+        symbols->Bind([&](const char* name) { return name == missing ? nullptr : Function(name); });
     return symbols;
 }
 
@@ -53,8 +52,8 @@ TEST_F(SenseTime, BindsUpToTheFirstFunctionThatIsMissing) {
         bool whole = true;
         testing::internal::CaptureStdout();
         const auto symbols = Without(kNames[i], whole);
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string("load func (") + kNames[i] +
-                                                              ") from (st_mobile.dll) failed!\n");
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  std::string("load func (") + kNames[i] + ") from (st_mobile.dll) failed!\n");
         EXPECT_FALSE(whole);
         EXPECT_EQ(BoundCount(*symbols), static_cast<int>(i)) << kNames[i];
     }
@@ -104,8 +103,7 @@ TEST_F(SenseTime, IsNotReadyWithoutTheLibrary) {
     SenseTimeSymbols nowhere("no_such_face_library.dll");
     testing::internal::CaptureStdout();
     EXPECT_FALSE(nowhere.Load());
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "load lib: no_such_face_library.dll error\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "load lib: no_such_face_library.dll error\n");
     EXPECT_EQ(BoundCount(nowhere), 0);
 }
 

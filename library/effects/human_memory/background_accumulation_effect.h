@@ -11,12 +11,12 @@ namespace kelmo {
 /// stage of others, which take its pictures: target 0 the trail, target 1 a second one that moves
 /// the other way ("mirror" 1), target 2 the present picture alone.
 ///
-/// One picture a tick (1/25 s): a frame of the same tick draws nothing, with the result 0. A jump of
-/// six ticks begins the trail afresh. `position` becomes the tick.
+/// One picture a tick (1/25 s): a frame of the same tick draws nothing, with the result 0. A jump
+/// of six ticks begins the trail afresh. `position` becomes the tick.
 ///
-/// Parameters go to the shader; "color", "mirror" and "motion_x" are read here. Uniforms: "uAccum" 0
-/// (the present picture of slot 0) or 1 (slot 0 over the trail of slot 1), "uAccumBG" pictures since
-/// the beginning, "uTicks" since the last one, "color_r", "color_g", "color_b".
+/// Parameters go to the shader; "color", "mirror" and "motion_x" are read here. Uniforms: "uAccum"
+/// 0 (the present picture of slot 0) or 1 (slot 0 over the trail of slot 1), "uAccumBG" pictures
+/// since the beginning, "uTicks" since the last one, "color_r", "color_g", "color_b".
 class NLEOpenGLBackGroundAccumulationEffect : public NLEOpenGLFilter {
 public:
     explicit NLEOpenGLBackGroundAccumulationEffect(std::shared_ptr<NLEFilterInfo> filterInfo);

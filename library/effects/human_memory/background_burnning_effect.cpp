@@ -10,10 +10,9 @@
 namespace kelmo {
 namespace {
 
-const bool kRegistered = RegisterEffect("NLEOpenGLBackGroundBurnningEffect",
-                                        MakeEffect<NLEOpenGLBackGroundBurnningEffect>,
-                                        {"BackGroundBurnning",
-                                         "D7EA3285-2A8F-79E0-26A4-F41DBF2AE83E"});
+const bool kRegistered = RegisterEffect(
+    "NLEOpenGLBackGroundBurnningEffect", MakeEffect<NLEOpenGLBackGroundBurnningEffect>,
+    {"BackGroundBurnning", "D7EA3285-2A8F-79E0-26A4-F41DBF2AE83E"});
 
 }  // namespace
 
@@ -78,8 +77,8 @@ int32_t NLEOpenGLBackGroundBurnningEffect::DoEffect(const FrameRecord& second,
     engine->SetUniformFloat("uTime", Time().Tick());
     HandOverParams(params, *afterimageFilter);
     UploadParams();
-    FrameRecord trail = RunSubFilter(*afterimageFilter, *this, second, first, frameWidth,
-                                     frameHeight, frameStride);
+    FrameRecord trail =
+        RunSubFilter(*afterimageFilter, *this, second, first, frameWidth, frameHeight, frameStride);
     if (eclosionFilter) {
         eclosionFilter->inputOverride = TextureReference(trail);
         trail = RunSubFilter(*eclosionFilter, *this, second, first, frameWidth, frameHeight,

@@ -13,9 +13,9 @@
 namespace kelmo {
 namespace {
 
-const bool kRegistered = RegisterEffect("NLEOpenGLBackGroundQueueAccumEffect",
-                                        MakeEffect<NLEOpenGLBackGroundQueueAccumEffect>,
-                                        {kBackGroundQueueAccumGuid});
+const bool kRegistered =
+    RegisterEffect("NLEOpenGLBackGroundQueueAccumEffect",
+                   MakeEffect<NLEOpenGLBackGroundQueueAccumEffect>, {kBackGroundQueueAccumGuid});
 
 /// Coverage of what is a person for certain.
 constexpr double kCertain = 100.0;

@@ -58,7 +58,8 @@ void NLEOpenGLHumanDelay::ReadSettings() {
     const int32_t speed = CurrentInt(*params[1]);
     if (speed == lastSpeed) return;
     lastSpeed = speed;
-    if (speed >= 1 && speed <= static_cast<int32_t>(std::size(kSteps))) copyStep = kSteps[speed - 1];
+    if (speed >= 1 && speed <= static_cast<int32_t>(std::size(kSteps)))
+        copyStep = kSteps[speed - 1];
     Restart();
 }
 
@@ -101,8 +102,8 @@ int32_t NLEOpenGLHumanDelay::DoEffect(const FrameRecord& second, const FrameReco
     SetInputFrame(slot, first);
     BindPast(slot);
     if (currentValue == previousValue) {
-        delayQueue.Push(present, fixedConfig ? PastPictures::Content::kCutout
-                                             : PastPictures::Content::kMask);
+        delayQueue.Push(
+            present, fixedConfig ? PastPictures::Content::kCutout : PastPictures::Content::kMask);
     }
     SetInputFrame(slot, PictureRecord(present));
     if (RenderTo(out) != kFilterOk) return kFilterFailed;

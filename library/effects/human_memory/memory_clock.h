@@ -15,8 +15,7 @@ class MemoryClock {
 public:
     /// The tick of a frame, counted from the start of the effect.
     static int32_t IndexOf(int32_t position, float frameRate) {
-        const double ticks =
-            static_cast<double>(SecondsAt(position, frameRate)) * kTicksPerSecond;
+        const double ticks = static_cast<double>(SecondsAt(position, frameRate)) * kTicksPerSecond;
         constexpr double kMost = 2e9;
         return static_cast<int32_t>(std::clamp(ticks, -kMost, kMost));
     }

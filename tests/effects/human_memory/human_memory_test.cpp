@@ -77,8 +77,11 @@ TEST_F(HumanMemory, DelayedCopiesStandAtTheirDistance) {
         const char* guid;
         int32_t speed;
         int32_t step;
-    } cases[] = {{kMaskDelay, 1, 30}, {kMaskDelay, 2, 20}, {kMaskDelay, 3, 15},
-                 {kMaskDelay, 4, 30}, {kCutoutDelay, 2, 5}};
+    } cases[] = {{kMaskDelay, 1, 30},
+                 {kMaskDelay, 2, 20},
+                 {kMaskDelay, 3, 15},
+                 {kMaskDelay, 4, 30},
+                 {kCutoutDelay, 2, 5}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.guid << " " << c.speed);
         Make(c.guid);
@@ -117,10 +120,10 @@ TEST_F(HumanMemory, AJumpForgets) {
         const char* guid;
         int32_t jump;
         bool forgets;
-    } cases[] = {{kCutoutDelay, 2, false}, {kCutoutDelay, 3, true},  {kCutoutDelay, -2, false},
-                 {kCutoutDelay, -3, true}, {kAfterimage, 5, false},  {kAfterimage, 6, true},
-                 {kAfterimage, -5, false}, {kAfterimage, -6, true},  {kQueue, 5, false},
-                 {kQueue, 6, true},        {kQueue, -5, false},      {kQueue, -6, true}};
+    } cases[] = {{kCutoutDelay, 2, false}, {kCutoutDelay, 3, true}, {kCutoutDelay, -2, false},
+                 {kCutoutDelay, -3, true}, {kAfterimage, 5, false}, {kAfterimage, 6, true},
+                 {kAfterimage, -5, false}, {kAfterimage, -6, true}, {kQueue, 5, false},
+                 {kQueue, 6, true},        {kQueue, -5, false},     {kQueue, -6, true}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.guid << " " << c.jump);
         Make(c.guid);
