@@ -26,6 +26,8 @@ struct EngineState {
     CreateNLEOpenGLEffectEngineInstanceFn create = nullptr;
     DestroyNLEOpenGLEffectEngineInstanceFn destroy = nullptr;
     NLEOpenGLEffectEngine* engine = nullptr;
+    /// Of the library that `create` belongs to.
+    EngineKind kind = EngineKind::kNone;
     bool engineOfTest = false;
     bool loadedForDevice = false;
 };
@@ -44,7 +46,7 @@ NLEOpenGLEffectEngine* MakeEngine(CreateNLEOpenGLEffectEngineInstanceFn create) 
 }
 
 /// Loads one library and asks it for an engine. The state changes on success only.
-bool LoadEngine(EngineState& state, const std::string& name) {
+bool LoadEngine(EngineState& state, const std::string& name, EngineKind kind) {
     DynamicLibrary library;
     std::string error;
     const std::string path = state.testFolder.empty() ? name : state.testFolder + "/" + name;
@@ -65,19 +67,20 @@ bool LoadEngine(EngineState& state, const std::string& name) {
     state.create = create;
     state.destroy = destroy;
     state.engine = engine;
+    state.kind = kind;
     state.loadedForDevice = HasOpenGLDevice();
     return true;
 }
 
 bool LoadAnyEngine(EngineState& state) {
     if (HasOpenGLDevice()) {
-        if (LoadEngine(state, "TZOpenGLEffectMgr.dll")) return true;
+        if (LoadEngine(state, "TZOpenGLEffectMgr.dll", EngineKind::kHost)) return true;
         LogError("load TZOpenGLEffectMgr.dll failed !");
         return false;
     }
-    if (LoadEngine(state, "TZOpenGLEffectMgr-mesa.dll")) return true;
+    if (LoadEngine(state, "TZOpenGLEffectMgr-mesa.dll", EngineKind::kMesa)) return true;
     LogError("load TZOpenGLEffectMgr-mesa.dll failed !,try TZOpenGLEffectMgr-dx.dll");
-    if (LoadEngine(state, "TZOpenGLEffectMgr-dx.dll")) return true;
+    if (LoadEngine(state, "TZOpenGLEffectMgr-dx.dll", EngineKind::kDx)) return true;
     LogError("load TZOpenGLEffectMgr-dx.dll failed !,no opengl can use!l");
     return false;
 }
@@ -128,17 +131,24 @@ NLEOpenGLEffectEngine* PresentEffectEngine() {
     return state.engine;
 }
 
+EngineKind LoadedEngineKind() {
+    EngineState& state = State();
+    const std::lock_guard guard(state.lock);
+    return state.engine ? state.kind : EngineKind::kNone;
+}
+
 void ShutdownEffectEngine() {
     EngineState& state = State();
     const std::lock_guard guard(state.lock);
     DestroyEngine(state);
 }
 
-void SetEngineForTesting(NLEOpenGLEffectEngine* engine) {
+void SetEngineForTesting(NLEOpenGLEffectEngine* engine, EngineKind kind) {
     EngineState& state = State();
     const std::lock_guard guard(state.lock);
     DestroyEngine(state);
     state.engine = engine;
+    state.kind = engine ? kind : EngineKind::kNone;
     state.engineOfTest = engine != nullptr;
 }
 

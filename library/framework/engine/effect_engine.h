@@ -31,13 +31,17 @@ NLEOpenGLEffectEngine* AcquireEffectEngine();
 /// The engine if there is one; nothing is looked for.
 NLEOpenGLEffectEngine* PresentEffectEngine();
 
+/// Which library the engine comes from.
+enum class EngineKind { kNone, kHost, kMesa, kDx };
+EngineKind LoadedEngineKind();
+
 /// Destroys the engine, if there is one. The library stays loaded; a later `AcquireEffectEngine`
 /// asks it for a new engine, and looks for another library when it refuses.
 void ShutdownEffectEngine();
 
 /// Puts an engine of a test in the place of a loaded one; null takes it away again. It stays the
 /// test's, and `ShutdownEffectEngine` merely forgets it.
-void SetEngineForTesting(NLEOpenGLEffectEngine* engine);
+void SetEngineForTesting(NLEOpenGLEffectEngine* engine, EngineKind kind = EngineKind::kHost);
 /// Looks for engine libraries in this folder alone; empty restores the usual places. Forgets a
 /// library that was loaded before.
 void SetEngineFolderForTesting(const std::string& folder);
