@@ -61,10 +61,9 @@ int32_t GLTextures::Upload(std::size_t index, const void* pixels, int32_t width,
         const auto row = static_cast<std::size_t>(width) * 4;
         turned.resize(row * static_cast<std::size_t>(height));
         for (int32_t y = 0; y < height; ++y) {
-            std::memcpy(turned.data() + row * static_cast<std::size_t>(height - 1 - y),
-                        static_cast<const uint8_t*>(pixels) +
-                            static_cast<std::ptrdiff_t>(y) * stride,
-                        row);
+            std::memcpy(
+                turned.data() + row * static_cast<std::size_t>(height - 1 - y),
+                static_cast<const uint8_t*>(pixels) + static_cast<std::ptrdiff_t>(y) * stride, row);
         }
         glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE,
                         turned.data());

@@ -9,9 +9,9 @@
 namespace kelmo {
 namespace {
 
-const bool kRegistered = RegisterEffect("NLEOpenGLSenseTimeBeautifyEffect",
-                                        MakeEffect<NLEOpenGLSenseTimeBeautifyEffect>,
-                                        {"B1D49A3C-A157-498E-A2C7-B7B5CFFC201F"});
+const bool kRegistered =
+    RegisterEffect("NLEOpenGLSenseTimeBeautifyEffect", MakeEffect<NLEOpenGLSenseTimeBeautifyEffect>,
+                   {"B1D49A3C-A157-498E-A2C7-B7B5CFFC201F"});
 
 struct BeautyParam {
     const char* name;

@@ -82,10 +82,9 @@ bool NLEOpenGLSenseTimeEffect::DrawFace(const cv::Mat& picture, const FrameRecor
     FaceSdkResult found;
     int32_t result = 0;
     for (int i = 0; i < kDetections; ++i) {
-        result = senseTime->DetectHumanAction(humanActionHandle, picture.data, inputFormat,
-                                              picture.cols, picture.rows,
-                                              static_cast<int32_t>(picture.step), 0, kDetectFaces,
-                                              found);
+        result = senseTime->DetectHumanAction(
+            humanActionHandle, picture.data, inputFormat, picture.cols, picture.rows,
+            static_cast<int32_t>(picture.step), 0, kDetectFaces, found);
     }
     faceFound = found.faceCount > 0;
     if (result != 0) return false;

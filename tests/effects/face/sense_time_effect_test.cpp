@@ -98,13 +98,13 @@ std::shared_ptr<THIRD_LIBRARY_IMPORT::SenseTimeSymbols> Double() {
         recording->timestamps.push_back(input->timestamp);
         return recording->renderResult;
     };
-    symbols->st_mobile_effect_change_package_from_buffer =
-        [](void*, const FaceSdkPackage* package, int32_t* id) {
-            EXPECT_EQ(id, nullptr);
-            recording->package.assign(package->bytes, static_cast<std::size_t>(package->length));
-            Note("package");
-            return 0;
-        };
+    symbols->st_mobile_effect_change_package_from_buffer = [](void*, const FaceSdkPackage* package,
+                                                              int32_t* id) {
+        EXPECT_EQ(id, nullptr);
+        recording->package.assign(package->bytes, static_cast<std::size_t>(package->length));
+        Note("package");
+        return 0;
+    };
     symbols->st_mobile_effect_release_cached_resource = [](void*) {
         Note("release cache");
         return 0;
@@ -160,13 +160,12 @@ TEST_F(FaceEffects, MakeTheirHandlesOnceAndEndThemOnce) {
         const char* guid;
         EngineKind kind;
         std::vector<std::string> calls;
-    } cases[] = {
-        {kBeauty, EngineKind::kHost, {"create 0", "param 0 1.0", "model 0 131072"}},
-        {kSticker, EngineKind::kHost, {"create 0", "release cache", "model 0 131072"}},
-        {kBeauty,
-         EngineKind::kMesa,
-         {"library MesaOpengl32.dll", "create 0", "param 0 1.0", "model 0 131072"}},
-        {kBeauty, EngineKind::kDx, {}}};
+    } cases[] = {{kBeauty, EngineKind::kHost, {"create 0", "param 0 1.0", "model 0 131072"}},
+                 {kSticker, EngineKind::kHost, {"create 0", "release cache", "model 0 131072"}},
+                 {kBeauty,
+                  EngineKind::kMesa,
+                  {"library MesaOpengl32.dll", "create 0", "param 0 1.0", "model 0 131072"}},
+                 {kBeauty, EngineKind::kDx, {}}};
     for (const auto& c : cases) {
         calls.calls.clear();
         Make(c.guid, c.kind);
