@@ -101,6 +101,7 @@ int RunCommandLine(int argc, char** argv) {
     AddListCommand(app, line);
     AddInfoCommand(app, line);
     AddRenderCommand(app, line);
+    AddTitleCommand(app, line);
     AddGalleryCommand(app, line);
     AddAnalyseCommand(app, line);
     AddDoctorCommand(app, line);

@@ -37,6 +37,7 @@ struct CommandLine {
 void AddListCommand(CLI::App& app, CommandLine& line);
 void AddInfoCommand(CLI::App& app, CommandLine& line);
 void AddRenderCommand(CLI::App& app, CommandLine& line);
+void AddTitleCommand(CLI::App& app, CommandLine& line);
 void AddGalleryCommand(CLI::App& app, CommandLine& line);
 void AddAnalyseCommand(CLI::App& app, CommandLine& line);
 void AddDoctorCommand(CLI::App& app, CommandLine& line);

@@ -11,6 +11,7 @@
 #include "host/session/host_error.h"
 #include "host/session/host_services.h"
 #include "host/session/plugin_library.h"
+#include "host/text/host_text_path.h"
 #include "tests/material/ai_double/staged_person.h"
 #include "tests/material/test_pictures.h"
 #include "tests/support/pose_transfer.h"
@@ -86,6 +87,17 @@ ObjectAiDataTransfer& StagedBody() {
     return transfer;
 }
 
+/// Two letters in a frame of that size, for entries that show text.
+std::shared_ptr<host::HostTextPath> StagedText(int width, int height) {
+    host::TextSettings settings;
+    settings.text = "Ab";
+    settings.bold = true;
+    settings.size = static_cast<float>(std::max(height / 2, 1));
+    settings.canvasWidth = width;
+    settings.canvasHeight = height;
+    return host::HostTextPath::Create(settings, [](const std::string&) {});
+}
+
 /// What leaves the picture on the left comes in on the right.
 Picture Rolled(const Picture& picture, int pixels) {
     Picture rolled = picture;
@@ -115,6 +127,7 @@ StagedEffect::StagedEffect(const EffectDescription& effect, int frameWidth, int 
     session = std::make_unique<host::EffectSession>(
         stage.Plugin(), stage.Services(), effect, Tracks(effect, assignments),
         host::SessionFormat{width, height, kRate, frames});
+    if (IsTitle(effect)) text = StagedText(width, height);
 }
 
 Picture StagedEffect::Draw(int64_t frame, Picture& first, Picture& second,
@@ -123,6 +136,7 @@ Picture StagedEffect::Draw(int64_t frame, Picture& first, Picture& second,
     output.Resize(width, height);
     host::HostFrame frames[3];
     frames[0].Set(width, height, first.pixels.data(), nullptr);
+    if (text) frames[0].SetText({text.get(), frame == 0, nullptr});
     frames[1].Set(width, height, second.pixels.data(), nullptr);
     frames[2].Set(width, height, output.pixels.data(), nullptr);
     host::HostAudio audio;
@@ -146,6 +160,10 @@ const EffectDescription& EffectNamed(const std::string& name) {
 
 bool IsPart(const EffectDescription& effect) {
     return effect.name.find("(part of") != std::string::npos;
+}
+
+bool IsTitle(const EffectDescription& effect) {
+    return FolderOf(effect).starts_with("text3d/");
 }
 
 bool IsOfTheMoment(const EffectDescription& effect) {

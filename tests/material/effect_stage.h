@@ -9,6 +9,10 @@
 #include "host/session/catalogue.h"
 #include "host/session/effect_session.h"
 
+namespace kelmo::host {
+class HostTextPath;
+}
+
 namespace kelmo::test {
 
 using host::EffectDescription;
@@ -32,6 +36,7 @@ private:
     const EffectDescription& description;
     int width;
     int height;
+    std::shared_ptr<host::HostTextPath> text;
     std::unique_ptr<host::EffectSession> session;
 };
 
@@ -43,6 +48,8 @@ const EffectDescription& EffectNamed(const std::string& name);
 /// Entries that only work inside others; their picture alone means nothing.
 bool IsPart(const EffectDescription& effect);
 bool IsTransition(const EffectDescription& effect);
+/// Solid letters, which take the place of the plain ones; they are given a text.
+bool IsTitle(const EffectDescription& effect);
 /// Entries whose randomness is that of the moment: drawn again, a frame looks different.
 bool IsOfTheMoment(const EffectDescription& effect);
 /// Entries that go on with every frame drawn, whatever its position.

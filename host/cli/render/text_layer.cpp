@@ -78,6 +78,12 @@ TextSettings SettingsOf(const TextWish& wish, int width, int height) {
     settings.size = static_cast<float>(wish.size > 0 ? wish.size : std::max(8.0, height / 6.0));
     settings.canvasWidth = width;
     settings.canvasHeight = height;
+    settings.letterSpacing = wish.letterSpacing;
+    settings.lineSpacing = wish.lineSpacing;
+    settings.alignment = wish.alignment;
+    settings.angle = wish.angle;
+    settings.positionX = wish.positionX;
+    settings.positionY = wish.positionY;
     return settings;
 }
 

@@ -8,6 +8,7 @@
 #include "host/cli/console.h"
 #include "host/media/picture/picture.h"
 #include "host/session/host_frame.h"
+#include "host/text/text_settings.h"
 
 namespace kelmo::host {
 
@@ -20,6 +21,12 @@ struct TextWish {
     double size = 0;   ///< pixels per em; 0: a sixth of the picture's height
     bool bold = false;
     int32_t color = 0xFFFFFF;  ///< 0xRRGGBB
+    float letterSpacing = 0;   ///< pixels
+    float lineSpacing = 1;     ///< 1 is the font's own
+    TextAlignment alignment = TextAlignment::kCenter;
+    float angle = 0;         ///< degrees, counter-clockwise
+    float positionX = 0.5f;  ///< middle of the text, fractions of the frame
+    float positionY = 0.5f;
 
     bool Given() const { return !text.empty(); }
 };

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "effects/image/dual_kawase_blur.h"
+#include "framework/filter/effect_registry.h"
+#include "framework/filter/filter_guids.h"
 #include "framework/shared/working_size.h"
 #include "framework/textures/material_binding.h"
 #include "platform/host_access.h"
@@ -14,6 +16,43 @@
 
 namespace kelmo {
 namespace {
+
+std::unique_ptr<NLEOpenGLFilter> MakeEdgeFlow(std::shared_ptr<NLEFilterInfo> info, const char*) {
+    return std::make_unique<NLEOpenGLBeamEdgeFlowEffect>(std::move(info), kBeamGuid,
+                                                         kBeamEclosionGuid, true);
+}
+
+/// One look each, by its shader and its values alone.
+const bool kRegistered = RegisterEffect("NLEOpenGLBeamEdgeFlowEffect", MakeEdgeFlow,
+                                        {"BeamEdgeFlow",
+                                         "D0AF64B4-D133-4B73-B64D-AF3470F10E06",
+                                         "51F31FE6-4B01-6EE3-1FEA-F3819CFA27E6",
+                                         "DC701355-0655-CD4A-7065-D8AA346394E7",
+                                         "8BA75A82-9A5A-3D05-B156-2155BC1E123E",
+                                         "A653EECF-24EF-988F-7029-345FD0E4A774",
+                                         "66DD6E22-4209-F8FF-A312-B09CBAA94D4C",
+                                         "14ECBC85-F9E7-DB9A-3733-17EE8240A8D6",
+                                         "2964EE3E-BF3F-1AF9-6B56-147206F18197",
+                                         "A0C9415F-3BD6-8E5C-E553-BE076A275459",
+                                         "0A40B198-AB41-42DC-952F-BCFC07676839",
+                                         "6CBF0B6C-24D8-45C2-9060-FAFBD0115C10",
+                                         "4D9DD787-AF8B-4A12-AC2B-EA33180BB404",
+                                         "AA835DBC-B37D-3EA3-A278-F4D32DF01BB6",
+                                         "69A12A47-C5C6-AC70-3CF7-C2F0640B39DF",
+                                         "FB87E4B2-3BA3-7AAC-ECBB-22D537D562B3",
+                                         "DE74A320-0B30-F2C7-EFCE-E111FE819787",
+                                         "7A69B028-6439-6BB5-479B-2286E2911F34",
+                                         "990D2343-2DE9-DCA5-DC35-0DD59BBAFE3D",
+                                         "1ED70B9A-8306-9352-EE40-8193E81673BE",
+                                         "8AA7317C-4CAC-7320-2167-D50CA7105666",
+                                         "DC89D5F7-FF8C-FBE2-49FB-BA91C4CB82AA",
+                                         "7E3E729D-017A-93C6-2401-63DFEFB0C9CD",
+                                         "1ADEE8D7-8617-36D6-CEFE-016D9566EADD",
+                                         "B64AC2D1-85BA-2E52-4BB0-2F863823105F",
+                                         "293FAF9D-6744-5941-8897-E581E1457D5E",
+                                         "4BF00650-A956-D8D1-8A58-EF86DAD5F0B0",
+                                         "C4802B85-9C76-A887-E9A2-1A01410E3E41",
+                                         "3D75FB25-62B5-6504-479B-2DDC17F8A592"});
 
 constexpr double kInside = 20.0;
 constexpr double kMarked = 250.0;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Places the steps of cubic lines: one instance a line, six vertices a step.
+#include "noise.glsl"
 in vec4 position;  // step, next step
 in vec3 texcoord;  // corner -1..1
 uniform samplerBuffer uStartEndData;
@@ -11,6 +12,10 @@ uniform int uPointCount;
 uniform float uRadius;         // half width, thousandths of the frame's height
 uniform float uZoomStartNode;  // width at progress 0 and 1
 uniform float uZoomEndNode;
+uniform float uTime;         // ticks
+uniform float uWobble;       // how far lines leave their way, heights of the frame
+uniform float uWobbleScale;  // turns along a height of the frame
+uniform float uWobbleSpeed;  // new ways a second
 
 flat out vec4 vEnds;
 flat out vec2 vRadii;
@@ -30,6 +35,17 @@ vec2 LinePoint(vec4 ends, vec4 controls, float t) {
            t * t * t * ends.zw;
 }
 
+// Noise by the place, so that lines which meet go on meeting.
+vec2 Wobbled(vec2 p) {
+    if (uWobble <= 0.0) return p;
+    float time = uWobbleSpeed * uTime / 25.0;
+    float phase = fract(time);
+    vec2 q = p * uWobbleScale + 31.0 * floor(time);
+    vec2 now = vec2(ValueNoise(q), ValueNoise(q + 113.0));
+    vec2 next = vec2(ValueNoise(q + 31.0), ValueNoise(q + 144.0));
+    return p + 2.0 * uWobble * (mix(now, next, phase) - 0.5);
+}
+
 void main() {
     vec4 ends = ArrayAt(uStartEndData, gl_InstanceID);
     vec4 controls = ArrayAt(uControlData, gl_InstanceID);
@@ -39,6 +55,8 @@ void main() {
     vec2 toHeights = 0.5 * vec2(uResolution.x / uResolution.y, 1.0);
     vec2 a = (uMVP * vec4(LinePoint(ends, controls, t.x), 0.0, 1.0)).xy * toHeights;
     vec2 b = (uMVP * vec4(LinePoint(ends, controls, t.y), 0.0, 1.0)).xy * toHeights;
+    a = Wobbled(a);
+    b = Wobbled(b);
     vRodProgress = mix(range.xx, range.yy, t);
     vRadii = mix(vec2(uZoomStartNode), vec2(uZoomEndNode), vRodProgress) * uRadius / 1000.0;
     vEnds = vec4(a, b);

@@ -1,0 +1,2 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+Pose Leave(float t, float seed) { return Scatter(t, seed); }
