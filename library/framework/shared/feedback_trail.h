@@ -24,6 +24,8 @@ public:
         last = index;
     }
     constexpr void Forget() { first = true; }
+    /// The index drawn last; 0 before there is one.
+    constexpr int32_t Last() const { return last; }
 
 private:
     int32_t jumpLimit;

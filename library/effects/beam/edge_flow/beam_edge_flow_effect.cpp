@@ -6,9 +6,11 @@
 #include <opencv2/imgproc.hpp>
 #include <utility>
 
+#include "effects/beam/random_color.h"
 #include "effects/image/dual_kawase_blur.h"
 #include "framework/filter/effect_registry.h"
 #include "framework/filter/filter_guids.h"
+#include "framework/shared/picture_record.h"
 #include "framework/shared/working_size.h"
 #include "framework/textures/material_binding.h"
 #include "platform/host_access.h"
@@ -60,13 +62,6 @@ constexpr int kBorder = 5;
 constexpr float kUsualSeconds = 2.0F;
 
 enum RandomColor : int32_t { kEachFrame = 1, kGrayPulse = 2, kGrayFlicker = 3 };
-
-int32_t DrawColor() {
-    const int32_t red = Rand() % 255;
-    const int32_t green = Rand() % 255;
-    const int32_t blue = Rand() % 255;
-    return (red << 16) + (green << 8) + blue;
-}
 
 int32_t StrideOf(const cv::Size& size) {
     return size.width * 4;
@@ -217,7 +212,7 @@ void NLEOpenGLBeamEdgeFlowEffect::CalMaskBeamParam(cv::Rect* result, NLEOpenGLBe
 void NLEOpenGLBeamEdgeFlowEffect::ChooseColors() {
     const int32_t choice = IntOr("randomColor", 0);
     if (choice == kEachFrame) {
-        colorValue = DrawColor();
+        colorValue = DrawRandomColor();
     } else if (choice == kGrayPulse) {
         const float part =
             static_cast<float>(position % durationFrames) / static_cast<float>(durationFrames);
@@ -232,7 +227,7 @@ void NLEOpenGLBeamEdgeFlowEffect::ChooseColors() {
     firstColor.Set(*engine, colorValue);
     int32_t second = 0;
     if (FindInt("color1", second)) {
-        secondColor.Set(*engine, choice == kEachFrame ? DrawColor() : second);
+        secondColor.Set(*engine, choice == kEachFrame ? DrawRandomColor() : second);
     }
 }
 
@@ -245,9 +240,8 @@ bool NLEOpenGLBeamEdgeFlowEffect::MakeLines(const FrameRecord& first, const cv::
         return true;
     }
     if (human) {
-        FrameRecord found;
-        if (!GetHumanMask(found, segmentation ? segmentation->Get() : nullptr, mask, first, true,
-                          true, &maskSize, true, 1)) {
+        if (!GetHumanMask(maskFrame, segmentation ? segmentation->Get() : nullptr, mask, first,
+                          true, true, &maskSize, true, 1)) {
             return false;
         }
     } else {
@@ -256,6 +250,7 @@ bool NLEOpenGLBeamEdgeFlowEffect::MakeLines(const FrameRecord& first, const cv::
         if (picture.empty()) return false;
         cv::resize(picture, binary, maskSize, 0.0, 0.0, cv::INTER_LINEAR);
         cv::cvtColor(binary, mask, cv::COLOR_RGBA2GRAY);
+        maskFrame = PictureRecord(mask);
     }
     CalMaskBeamParam(&box, beam, &mask, human, minSegment);
     return true;
@@ -310,6 +305,7 @@ void NLEOpenGLBeamEdgeFlowEffect::DrawStages(int32_t& slot, const FrameRecord& s
 int32_t NLEOpenGLBeamEdgeFlowEffect::DoEffect(const FrameRecord& second, const FrameRecord& first,
                                               FrameRecord& out, int32_t frameWidth,
                                               int32_t frameHeight, int32_t frameStride) {
+    maskFrame = FrameRecord();
     if (!engine || !beam) return kFilterFailed;
     HandOverParams(params, *beam);
     UploadParams();

@@ -44,6 +44,9 @@ public:
     /// An owner takes over lines, progress and bound: left, top, right, bottom.
     void SetFixedBound(const float values[4]);
     void SetShowSrc(bool show) { showSrc = show; }
+    /// What the lines of the last frame were taken from, one channel; without picture when they had
+    /// no mask. Valid until the next frame or `Resize`.
+    const FrameRecord& GetMaskFrame() const { return maskFrame; }
 
     int32_t InitParams() override;
     int32_t InitEffect() override;
@@ -76,6 +79,7 @@ private:
     ContourToLines converter;
     std::vector<std::vector<cv::Point>> contours;
     cv::Mat mask;
+    FrameRecord maskFrame;
     cv::Mat binary;
     cv::Mat framed;
     float bound[4] = {0.0F, 0.0F, 1.0F, 1.0F};
