@@ -140,6 +140,9 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Magic Circle",         "Neon Outline",
         "Sticker Cutout",  // a poster
         "Body Lightning",       "Forearm Lightning",
+        "Body Scan Ring",       "Electric Ring",
+        "Rainbow Ring",         "Sound Wave Ring",
+        "Rising Lightning",     "Teleport Ring",
         "Hand Lightning Crown", "Hand Lightning to the Ground",
         "Angel Halo Sticker",   "Angel Wings Sticker",
         "Crown Sticker",        "Pixel Sunglasses Sticker",

@@ -26,6 +26,7 @@ float Dash(float progress, float way, float across) {
     float d = uDashFill > 0.0 ? along - 0.5 * uDashFill / n * scale : length(vec2(along, across)) - radius;
     return clamp(0.5 - d * uResolution.y, 0.0, 1.0);
 }
+uniform float uBack;            // how much weaker both ends of the path are: the back of a ring
 
 // A window that runs past 1 goes on at 0.
 float Shine(float progress) {
@@ -42,5 +43,6 @@ void main() {
     float a = RodCover(vPlace, way) * Shine(progress) * vRodColor.a * uAlpha *
               mix(uAlphaStartNode, uAlphaEndNode, clamp(progress, 0.0, 1.0));
     a *= Dash(progress, way, distance(vPlace, mix(vEnds.xy, vEnds.zw, way)));
+    a *= mix(1.0, smoothstep(0.0, 0.3, min(progress, 1.0 - progress)), 0.8 * uBack);
     fragColor = vec4(vRodColor.rgb * a, a);
 }
