@@ -120,8 +120,8 @@ int32_t NLEOpenGLBeamEdgeFlowAfterimageEffect::DoEffect(const FrameRecord& secon
     if (restart || trail.Last() == 0 || trail.Last() != tick) {
         accumFrames = restart ? 0 : accumFrames + 1;
         engine->SetUniformInt("uAccum", 1);
-        engine->SetUniformFloat(
-            "uTicks", restart ? 1.0F : static_cast<float>(std::abs(tick - trail.Last())));
+        engine->SetUniformFloat("uTicks",
+                                restart ? 1.0F : static_cast<float>(std::abs(tick - trail.Last())));
         if (!DrawTrail(slot, 0, restart, frameWidth, frameHeight, frameStride)) {
             return kFilterFailed;
         }

@@ -9,7 +9,8 @@ namespace kelmo {
 /// A ring of light that rises along a body once a cycle, its height a fifth of the body's width.
 ///
 /// Parameters go to the lines and to the shader by their names. Shader: clip, lines; "uBound" is
-/// the ring with a margin for "uEclosion", fractions of the frame. A failed mask gives kFilterFailed.
+/// the ring with a margin for "uEclosion", fractions of the frame. A failed mask gives
+/// kFilterFailed.
 class NLEOpenGLBeamEEffect : public BodyRingEffect {
 public:
     explicit NLEOpenGLBeamEEffect(std::shared_ptr<NLEFilterInfo> filterInfo);

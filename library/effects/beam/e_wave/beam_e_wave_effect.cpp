@@ -98,8 +98,7 @@ int32_t NLEOpenGLBeamEWaveEffect::DoEffect(const FrameRecord& second, const Fram
     const float place = Place();
     const int32_t bandHeight = size.height * 16 / 308;
     const cv::Rect box = MakeRings(*beam, true, size, [&](const cv::Rect& body) {
-        const float top =
-            static_cast<float>(body.height) * place + static_cast<float>(body.y);
+        const float top = static_cast<float>(body.height) * place + static_cast<float>(body.y);
         return Band{static_cast<int32_t>(top), bandHeight};
     });
     const float margin = 2.0F * FloatOr("uSinRadius", 0.0F) * static_cast<float>(size.width) +

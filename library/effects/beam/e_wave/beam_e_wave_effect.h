@@ -8,9 +8,9 @@
 
 namespace kelmo {
 
-/// A ring of light that slides along a body, open where the body hides it. "uStartPos" (0 the top of
-/// the body, 1 its end) is where it begins, "uOrientation" how many bodies long its way in a cycle
-/// is, downwards when above 0.
+/// A ring of light that slides along a body, open where the body hides it. "uStartPos" (0 the top
+/// of the body, 1 its end) is where it begins, "uOrientation" how many bodies long its way in a
+/// cycle is, downwards when above 0.
 ///
 /// With a look, an edge flow filter draws these lines and the rest. Without one: shader with clip,
 /// lines, lines feathered. A failed mask gives kFilterFailed.

@@ -41,12 +41,11 @@ std::unique_ptr<NLEOpenGLFilter> MakeWave(std::shared_ptr<NLEFilterInfo> info,
 bool RegisterWaves() {
     for (const Look& look : kLooks) {
         const char* const lookGuid = look.lookGuid;
-        RegisterEffect(
-            look.className,
-            [lookGuid](std::shared_ptr<NLEFilterInfo> info, const char*) {
-                return MakeWave(std::move(info), lookGuid);
-            },
-            {look.guid});
+        RegisterEffect(look.className,
+                       [lookGuid](std::shared_ptr<NLEFilterInfo> info, const char*) {
+                           return MakeWave(std::move(info), lookGuid);
+                       },
+                       {look.guid});
     }
     return RegisterEffect("NLEOpenGLBeamEWaveEffect", MakeWave,
                           {"BeamEWave", "5222D6BB-D07E-68B3-AF6B-B365575AC683"});

@@ -8,10 +8,10 @@
 namespace kelmo {
 namespace {
 
+using test::EffectRecord;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::IsEmpty;
-using test::EffectRecord;
 using Input = EffectRecord::Input;
 
 constexpr const char* kEcho = "D1A0ED4B-E2D0-816C-63D7-A2D5D82B412A";
@@ -20,7 +20,7 @@ class Afterimage : public ::testing::Test {
 protected:
     void Start(const char* guid, int32_t mirror = 0) {
         effect = effects.Make(guid);
-        effect->Resize(64, 36, 256);  // as it is: no change of size is left over
+        effect->Resize(64, 36, 256);                    // as it is: no change of size is left over
         own = effects.Engine().Effects().back().get();  // stages begin before their owner
         effect->SetParam("mirror", kParamInt, NLEParamValue::Int(mirror));
         effect->SetParam("motion_x", kParamFloat, NLEParamValue::Float(0.5F));
@@ -61,18 +61,12 @@ TEST_F(Afterimage, GoesOnOrBeginsAnew) {
         std::vector<std::string> trails;
         int32_t count;  // of ticks, as the shader sees it
     } steps[] = {
-        {"first frame", 25, 64, 0, {"new"}, 0},
-        {"tick 0 is no last tick", 25, 64, 0, {"on"}, 0},
-        {"next", 25, 64, 1, {"on"}, 1},
-        {"same tick", 25, 64, 1, {}, 1},
-        {"5 ahead", 25, 64, 6, {"on"}, 2},
-        {"6 ahead", 25, 64, 12, {"new"}, 3},
-        {"5 back", 25, 64, 7, {"on"}, 0},
-        {"6 back", 25, 64, 1, {"new"}, 1},
-        {"twice the rate", 50, 64, 4, {"on"}, 0},
-        {"half a tick later", 50, 64, 5, {}, 0},
-        {"another size", 50, 96, 5, {"new"}, 1},
-        {"that size again", 50, 96, 6, {"on"}, 0},
+        {"first frame", 25, 64, 0, {"new"}, 0},   {"tick 0 is no last tick", 25, 64, 0, {"on"}, 0},
+        {"next", 25, 64, 1, {"on"}, 1},           {"same tick", 25, 64, 1, {}, 1},
+        {"5 ahead", 25, 64, 6, {"on"}, 2},        {"6 ahead", 25, 64, 12, {"new"}, 3},
+        {"5 back", 25, 64, 7, {"on"}, 0},         {"6 back", 25, 64, 1, {"new"}, 1},
+        {"twice the rate", 50, 64, 4, {"on"}, 0}, {"half a tick later", 50, 64, 5, {}, 0},
+        {"another size", 50, 96, 5, {"new"}, 1},  {"that size again", 50, 96, 6, {"on"}, 0},
     };
     Start(kEcho);
     for (const auto& s : steps) {

@@ -19,8 +19,8 @@ TEST(BodyRing, IsAsWideAsTheBodyInItsBand) {
         Band band;
         int32_t left, width;
     } cases[] = {
-        {"half way", {45, 10}, 30, 40},       {"foot on the edge", {80, 10}, 10, 80},
-        {"tip on the edge", {0, 10}, 50, 0},  {"above the body", {-30, 10}, 91, -81},
+        {"half way", {45, 10}, 30, 40},        {"foot on the edge", {80, 10}, 10, 80},
+        {"tip on the edge", {0, 10}, 50, 0},   {"above the body", {-30, 10}, 91, -81},
         {"below the body", {91, 10}, 91, -81},
     };
     for (const auto& c : cases) {
