@@ -151,13 +151,7 @@ Picture StagedEffect::Draw(int64_t frame, Picture& first, Picture& second,
 }
 
 const std::vector<EffectDescription>& AllEffects() {
-    static const std::vector<EffectDescription> some = [] {
-        std::vector<EffectDescription> list;
-        for (const auto& e : Stage::Instance().Effects().Effects())
-            if (FolderOf(e).starts_with("afterimage/")) list.push_back(e);
-        return list;
-    }();
-    return some;
+    return Stage::Instance().Effects().Effects();
 }
 
 const EffectDescription& EffectNamed(const std::string& name) {

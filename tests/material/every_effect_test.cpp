@@ -107,7 +107,7 @@ bool IsKnownOfFamily(const EffectDescription& effect, const std::string& paramet
     static std::set<std::string> seen;
     const std::string folder = FolderOf(effect);
     const std::string family = folder.substr(0, folder.find('/'));
-    const bool ofLooks = family == "text3d" || family == "edge_flow";
+    const bool ofLooks = family == "text3d" || family == "edge_flow" || family == "afterimage";
     return ofLooks && !seen.insert(family + "/" + parameter).second;
 }
 

@@ -138,6 +138,7 @@ RenderRequest Understood(const TitleTexts& texts, RenderRequest request) {
     timing.at = MomentOption("--at", texts.at);
     request.text.text = TextOf(texts.text);
     request.text.bold = !texts.light;
+    request.text.share = 0.25;
     request.text.alignment = texts.align == "left"    ? TextAlignment::kLeft
                              : texts.align == "right" ? TextAlignment::kRight
                                                       : TextAlignment::kCenter;
@@ -156,7 +157,7 @@ RenderRequest Understood(const TitleTexts& texts, RenderRequest request) {
 void AddTextOptions(CLI::App* command, TitleTexts& texts, RenderRequest& request) {
     TextWish& wish = request.text;
     command->add_option("--font", wish.font, "Font file, or name of a family")->type_name("FONT");
-    command->add_option("--text-size", wish.size, "Pixels; a sixth of the height")
+    command->add_option("--text-size", wish.size, "Pixels; a quarter of the height")
         ->check(Silent(CLI::PositiveNumber))
         ->type_name("N");
     command->add_flag("--light", texts.light, "The font's regular weight instead of bold");

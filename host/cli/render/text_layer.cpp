@@ -39,8 +39,9 @@ public:
 private:
     void Push(cv::Point2d point) {
         const double scale = 1 << kShift;
-        contours.back().emplace_back(static_cast<int>(std::lround(point.x * scale)),
-                                     static_cast<int>(std::lround(point.y * scale)));
+        // The middle of a pixel is a whole number to the drawing, and a half to the outline.
+        contours.back().emplace_back(static_cast<int>(std::lround((point.x - 0.5) * scale)),
+                                     static_cast<int>(std::lround((point.y - 0.5) * scale)));
     }
     void Curve(int points, const float* xs, const float* ys) {
         for (int step = 1; step < kCurveSteps; ++step) {
@@ -75,7 +76,8 @@ TextSettings SettingsOf(const TextWish& wish, int width, int height) {
         settings.families.insert(settings.families.begin(), wish.font);
     }
     settings.bold = wish.bold;
-    settings.size = static_cast<float>(wish.size > 0 ? wish.size : std::max(8.0, height / 6.0));
+    settings.size =
+        static_cast<float>(wish.size > 0 ? wish.size : std::max(8.0, height * wish.share));
     settings.canvasWidth = width;
     settings.canvasHeight = height;
     settings.letterSpacing = wish.letterSpacing;

@@ -18,7 +18,8 @@ class HostTextPath;
 struct TextWish {
     std::string text;  ///< UTF-8; "\n" written as two characters begins a line, too
     std::string font;  ///< a file, or the name of a family; empty: a sans serif
-    double size = 0;   ///< pixels per em; 0: a sixth of the picture's height
+    double size = 0;   ///< pixels per em; 0: `share` of the picture's height
+    double share = 1.0 / 6.0;
     bool bold = false;
     int32_t color = 0xFFFFFF;  ///< 0xRRGGBB
     float letterSpacing = 0;   ///< pixels
