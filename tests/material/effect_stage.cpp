@@ -171,7 +171,9 @@ bool IsOfTheMoment(const EffectDescription& effect) {
 }
 
 bool GoesOn(const EffectDescription& effect) {
-    return effect.name == "Hand Lightning to the Ground" || effect.name == "Lightning Arc";
+    // Parts that keep people from frame to frame are told by their owners when to begin anew.
+    return effect.name == "Hand Lightning to the Ground" || effect.name == "Lightning Arc" ||
+           effect.name.starts_with("People Queue") || effect.name.starts_with("People Trail");
 }
 
 bool IsTransition(const EffectDescription& effect) {

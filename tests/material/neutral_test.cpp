@@ -137,15 +137,35 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Photo Frame",        // a card on a table
         "Waveform Glow",      // a line
         "Background Colour",  // a wall
-        "Magic Circle",         "Neon Outline",
+        "Magic Circle",
+        "Neon Outline",
         "Sticker Cutout",  // a poster
-        "Body Lightning",       "Forearm Lightning",
-        "Body Scan Ring",       "Electric Ring",
-        "Rainbow Ring",         "Sound Wave Ring",
-        "Rising Lightning",     "Teleport Ring",
-        "Hand Lightning Crown", "Hand Lightning to the Ground",
-        "Angel Halo Sticker",   "Angel Wings Sticker",
-        "Crown Sticker",        "Pixel Sunglasses Sticker",
+        "Body Lightning",
+        "Forearm Lightning",
+        "Body Scan Ring",
+        "Electric Ring",
+        "Rainbow Ring",
+        "Sound Wave Ring",
+        "Rising Lightning",
+        "Teleport Ring",
+        "Hand Lightning Crown",
+        "Hand Lightning to the Ground",
+        "Angel Halo Sticker",
+        "Angel Wings Sticker",
+        "Aura Afterimage",
+        "Burning Silhouette",
+        "Colour Flash Afterimage",
+        "Flame Afterimage",
+        "Glowing Afterimage",
+        "Hologram Afterimage",
+        "Neon Rings Afterimage",
+        "Pixel Afterimage",
+        "Pop Dots Afterimage",
+        "Rainbow Afterimage",
+        "Smoke Afterimage",
+        "Two-Sided Afterimage",
+        "Crown Sticker",
+        "Pixel Sunglasses Sticker",
     };
     Picture clear = Clear(96, 54);
     for (const EffectDescription& effect : AllEffects()) {
