@@ -69,6 +69,7 @@ TEST(EveryEffect, ShowsAtItsGoodMomentNeitherTheClipNorOneColour) {
         const Picture drawn = DrawGoodMoment(effect, first, second);
         const bool mayBeFlat = effect.name == "Dip to Colour";  // that one colour is what it is for
         EXPECT_TRUE(mayBeFlat || !IsFlat(drawn));
+        if (effect.name == "Retouch") continue;  // there is a person here, and no face
         EXPECT_GT(Compare(first, drawn, kSeen).share, 0.002) << "like the clip";
         if (!IsTransition(effect)) continue;
         EXPECT_GT(Compare(second, drawn, kSeen).share, 0.002) << "like the second clip";
@@ -148,8 +149,9 @@ TEST(EveryEffect, LooksTheSameAtTwiceTheSize) {
         "Old Computer",   // the same of its pattern
         "Cartoon",        // lines have a pixel at least
         "Neon Edges",     // those too
-        "Soft Blur",      // counted in halvings of the picture
-        "Retro Dream",    // by the same blur
+        "Wireframe Title",
+        "Soft Blur",    // counted in halvings of the picture
+        "Retro Dream",  // by the same blur
         "Star Highlights",
         "Cross Highlights",
         "Heart Highlights",
