@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <optional>
+#include <tuple>
 #include <utility>
 
 #include "bindings/pose_block.h"
@@ -17,6 +19,9 @@ const bool kRegistered =
                    {"81316C1E-0D2D-4217-8200-261275619483"});
 
 constexpr const char* kBindingParam = "binding_type";
+constexpr const char* kBehindParam = "behind_person";
+/// Behind the clip and its second input.
+constexpr int32_t kMaskSlot = 2;
 
 /// The two body points of each "binding_type".
 constexpr int32_t kBindings[][2] = {{2, 1}, {6, 5}};
@@ -31,6 +36,17 @@ int32_t Pixel(float value) {
 
 float Distance(float x, float y, float otherX, float otherY) {
     return std::hypot(x - otherX, y - otherY);
+}
+
+/// Both points of a person, or nothing when one of them is missing or no number.
+std::optional<std::pair<cv::Point2f, cv::Point2f>> PairOf(const AIDATA::HumanPose& person,
+                                                          int32_t indexA, int32_t indexB) {
+    const auto& points = person.points;
+    if (points.size() <= static_cast<std::size_t>(std::max(indexA, indexB))) return {};
+    const auto& [ax, ay] = points[static_cast<std::size_t>(indexA)];
+    const auto& [bx, by] = points[static_cast<std::size_t>(indexB)];
+    if (ax == kMissing || bx == kMissing || !std::isfinite(ax + ay + bx + by)) return {};
+    return {{{ax, ay}, {bx, by}}};
 }
 
 float SizeRatio(int32_t now, int32_t reference) {
@@ -52,6 +68,13 @@ int32_t NLEOpenGLHumanPoseStickerEffect::InitEffect() {
         bindingType = CurrentInt(*binding);
     }
     return result;
+}
+
+int32_t NLEOpenGLHumanPoseStickerEffect::InitParams() {
+    if (!ParamNamed(kBehindParam)) return kFilterOk;
+    maskHandle = std::make_unique<AIFilterHandle>(kAIMaskFilter);
+    for (int i = 0; i < 2; ++i) engine->AddInputTexture(width, height, stride, true);
+    return kFilterOk;
 }
 
 int32_t NLEOpenGLHumanPoseStickerEffect::SetParam(const char* name, int32_t type,
@@ -81,20 +104,34 @@ void NLEOpenGLHumanPoseStickerEffect::TakeReference(const cv::Mat& picture, int3
     firstPose = false;
 }
 
-/// False when the person has no such points, or not both are found: then nothing has changed, so
-/// that a body that is half out of the frame gives no size either.
+void NLEOpenGLHumanPoseStickerEffect::AddSticker(cv::Point2f a, cv::Point2f b,
+                                                 const cv::Size& frame) {
+    const float aspect = static_cast<float>(frame.width) / static_cast<float>(frame.height);
+    const float across = (a.x - b.x) * aspect;
+    const float up = b.y - a.y;  // image rows grow downwards
+    const cv::Point2f middle = (a + b) * 0.5F;
+    stickers.insert(stickers.end(),
+                    {middle.x, middle.y, std::atan2(up, across), std::hypot(across, up)});
+}
+
+/// False when nobody has both points: then nothing has changed, so that a body that is half out of
+/// the frame gives no size either.
 bool NLEOpenGLHumanPoseStickerEffect::TakeBodyPoints(const cv::Mat& picture, int32_t indexA,
                                                      int32_t indexB) {
-    const auto& points = poseData->persons.front().points;
-    if (points.size() <= static_cast<std::size_t>(std::max(indexA, indexB))) return false;
-    const auto& [ax, ay] = points[static_cast<std::size_t>(indexA)];
-    const auto& [bx, by] = points[static_cast<std::size_t>(indexB)];
-    if (ax == kMissing || bx == kMissing) return false;
-    if (!std::isfinite(ax + ay + bx + by)) return false;
-    pointA = {ax, ay};
-    pointB = {bx, by};
-    if (firstPose) TakeReference(picture, indexA, indexB);
-    return true;
+    bool found = false;
+    for (const AIDATA::HumanPose& person : poseData->persons) {
+        const auto points = PairOf(person, indexA, indexB);
+        if (!points) continue;
+        if (!found) {
+            std::tie(pointA, pointB) = *points;
+            stickers.clear();
+            found = true;
+        }
+        if (stickers.size() == 4 * std::size_t{kMostStickers}) break;
+        AddSticker(points->first, points->second, picture.size());
+    }
+    if (found && firstPose) TakeReference(picture, indexA, indexB);
+    return found;
 }
 
 int32_t NLEOpenGLHumanPoseStickerEffect::UpdatePose(const cv::Mat& picture, int32_t binding,
@@ -117,6 +154,21 @@ int32_t NLEOpenGLHumanPoseStickerEffect::UpdatePose(const cv::Mat& picture, int3
     return kFilterOk;
 }
 
+void NLEOpenGLHumanPoseStickerEffect::SendStickers() {
+    const auto count = static_cast<int32_t>(stickers.size() / 4);
+    engine->SetUniformArrayVec4("stickers", stickers.data(), count);
+    engine->SetUniformInt("stickers_count", count);
+}
+
+void NLEOpenGLHumanPoseStickerEffect::SendMask(const FrameRecord& first) {
+    if (!maskHandle || IntOr(kBehindParam, 0) == 0) return;
+    FrameRecord mask;
+    int32_t slot = kMaskSlot;
+    if (GetHumanMask(mask, maskHandle->Get(), maskMat, first, true, true, nullptr, false, 4)) {
+        SetInputFrame(slot, mask);
+    }
+}
+
 int32_t NLEOpenGLHumanPoseStickerEffect::DoEffect(const FrameRecord& second,
                                                   const FrameRecord& first, FrameRecord& out,
                                                   int32_t, int32_t, int32_t) {
@@ -129,7 +181,9 @@ int32_t NLEOpenGLHumanPoseStickerEffect::DoEffect(const FrameRecord& second,
     int32_t slot = 0;
     SetInputFrame(slot, first);
     SetInputFrame(slot, second);
+    SendMask(first);
     UploadParams();
+    SendStickers();
     engine->SetUniformInt("anchor_point_x", Pixel(anchor.x));
     engine->SetUniformInt("anchor_point_y", Pixel(anchor.y));
     // Before any body was seen there is no size to compare with, and the sticker has none either.

@@ -148,6 +148,28 @@ TEST_F(PoseSticker, LeavesTheFrameAloneWithoutABody) {
     ExpectSticker(12, 4, 2.0F, 2.0F, "the first good frame");
 }
 
+/// Those without both points are passed over; each other one leans with its own points.
+TEST_F(PoseSticker, TellsOfEverybodyWithBothPoints) {
+    PosePoints noEye = Body(), aslant = Body();
+    noEye[1].first = -1.0F;
+    aslant[2] = {0.25F, 0.25F};
+    aslant[1] = {0.50F, 0.25F + 4.0F / 9.0F};  // 16 pixels across, 16 down
+    transfer.block = PoseBlock({noEye, aslant, Body()});
+    ASSERT_EQ(Draw(), kFilterOk);
+    EXPECT_EQ(record.UniformInt("anchor_point_x"), 24);
+    ASSERT_EQ(record.UniformInt("stickers_count"), 2);
+    constexpr float kTurn = 0.785398F;
+    const float wanted[] = {
+        0.375F, 0.25F + 2.0F / 9.0F, 3.0F * kTurn, std::sqrt(2.0F) * 16 / 36, 0.375F,
+        0.25F,  4.0F * kTurn,        16.0F / 36};
+    const std::vector<float> told = record.Array("stickers");
+    ASSERT_EQ(told.size(), std::size(wanted));
+    for (std::size_t i = 0; i < std::size(wanted); ++i) EXPECT_NEAR(told[i], wanted[i], 1e-5) << i;
+    transfer.block = PoseBlock(std::vector<PosePoints>(20, Body()));
+    ASSERT_EQ(Draw(), kFilterOk);
+    EXPECT_EQ(record.UniformInt("stickers_count"), 8);
+}
+
 TEST_F(PoseSticker, NeverReadsPastABlockThatIsCut) {
     const std::vector<uint8_t> whole = PoseBlock({Body(), Body()});
     const std::size_t firstPerson = PoseBlock({Body()}).size();

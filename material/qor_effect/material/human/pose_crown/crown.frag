@@ -18,8 +18,9 @@ vec4 Disc(vec2 p, vec2 center, float radius, vec3 tone) {
     return Premultiplied(lit, Fill((length(d) - 1.0) * radius));
 }
 
-void main() {
-    vec2 p = StickerPlace();
+float StickerReach() { return 3.2; }
+
+vec4 Sticker(vec2 p) {
     float across = clamp(p.x / kHalf, -1.0, 1.0);
     float bow = 0.16 * (1.0 - across * across);
     float up = p.y + 0.6 - bow;  // above the lower rim
@@ -55,5 +56,7 @@ void main() {
         vec2 squeezed = vec2((p.x - x) * 0.14 / width, p.y - lift - 0.5 * kBand);
         crown = Over(Disc(squeezed, vec2(0.0), 0.1, jewel), crown);
     }
-    fragColor = WithSticker(crown, 2.7);
+    return crown;
 }
+
+void main() { fragColor = WithStickers(2.7, 0.0); }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A ring of light that floats above the head.
 #include "color.glsl"
-#include "frame.glsl"
 #include "sticker.glsl"
 
 uniform float tilt;  // degrees, counter-clockwise
@@ -16,8 +15,10 @@ float ToRing(vec2 p) {
     return (inner - 1.0) * inner / max(length(p / (kRing * kRing)), 1e-4);
 }
 
-void main() {
-    vec2 p = Rotate(StickerPlace(), -radians(tilt));
+float StickerReach() { return 3.3; }
+
+vec4 Sticker(vec2 p) {
+    p = Rotate(p, -radians(tilt));
     float distance = abs(ToRing(p));
     // The far side of the ring is seen thinner and dimmer.
     float near = smoothstep(0.35, -0.35, p.y);
@@ -33,5 +34,7 @@ void main() {
     halo *= smoothstep(3.2, 1.6, length(p));
 
     vec4 light = Premultiplied(mix(tone, vec3(1.0), 0.15), clamp(halo, 0.0, 1.0));
-    fragColor = WithSticker(Over(Premultiplied(hot, body), light), 4.0);
+    return Over(Premultiplied(hot, body), light);
 }
+
+void main() { fragColor = WithStickers(4.0, 0.0); }

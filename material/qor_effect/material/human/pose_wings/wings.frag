@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A pair of wings that open at the shoulders: three rows of feathers, the long ones below.
 #include "color.glsl"
-#include "frame.glsl"
 #include "sticker.glsl"
 
 uniform float spread;  // from the middle to the root of a wing, in units
 uniform float glow;
 uniform int color;
 uniform int shade;  // of the feathers' edges
+uniform int behind_person;
 
 // The bone of a wing, from the root (0) to the tip (1).
 vec2 Bone(float t) {
@@ -45,8 +45,11 @@ void Row(vec2 p, int count, float first, float last, vec2 angles) {
     }
 }
 
-void main() {
-    vec2 p = StickerPlace();
+float StickerReach() { return 9.5 + abs(spread); }
+
+vec4 Sticker(vec2 p) {
+    wing = vec4(0.0);
+    nearest = 1e3;
     p.x = abs(p.x) - spread;  // the left wing is the right one mirrored
     if (p.x > -2.5 && length(p - vec2(3.0, 0.0)) < 9.0) {
         Row(p, 11, 3.4, 5.6, vec2(-100.0, 14.0));
@@ -56,5 +59,10 @@ void main() {
     float halo = glow * 0.7 * exp(-2.2 * max(nearest, 0.0));
     halo *= smoothstep(-2.4, -0.6, p.x) * smoothstep(9.0, 7.0, length(p - vec2(3.0, 0.0)));
     vec3 light = mix(UnpackColor(color), UnpackColor(shade), 0.25);
-    fragColor = WithSticker(Over(wing, Premultiplied(light, clamp(halo, 0.0, 1.0))), 14.0);
+    return Over(wing, Premultiplied(light, clamp(halo, 0.0, 1.0)));
+}
+
+void main() {
+    float cover = behind_person == 0 ? 0.0 : smoothstep(0.35, 0.65, texture(uInput2, vTexCoord).b);
+    fragColor = WithStickers(14.0, cover);
 }
