@@ -16,6 +16,8 @@ namespace kelmo {
 /// hand, means over crops of four photos: at 16:9 0.79 squeezed and 0.92 with bars, at 9:16 0.96
 /// and 0.91.
 ///
+/// Small holes inside a person are closed.
+///
 /// Steady: where the network is unsure, a value keeps up to 0.7 of the last frame's; where it is
 /// sure, nothing lags. The same frame again gives the same mask, and a jump starts anew. Empty
 /// without people: see `PersonGate`. Once somebody was seen, the mask counts for as long as it

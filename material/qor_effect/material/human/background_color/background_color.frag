@@ -32,5 +32,6 @@ void main() {
 
     // Without a wall the shadow still falls, on whatever lies below.
     vec4 behind = mix(vec4(0.0, 0.0, 0.0, 0.5 * dark), Premultiplied(wall, 1.0), opacity);
-    fragColor = mix(clip, clip * inside + behind * (1.0 - clip.a * inside), amount);
+    vec4 kept = WithoutBackground(vTexCoord, inside) * inside;
+    fragColor = mix(clip, kept + behind * (1.0 - kept.a), amount);
 }

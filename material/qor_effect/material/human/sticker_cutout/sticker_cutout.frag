@@ -47,6 +47,6 @@ void main() {
     vec4 ground = Over(Premultiplied(Poster(ToHeightUnits(vTexCoord)), backdrop), clip);
     ground.rgb *= 1.0 - shadow * fallen;
     vec4 sheet = Premultiplied(UnpackColor(border_color), paper);
-    vec4 sticker = mix(sheet, Over(clip, sheet), inside);
+    vec4 sticker = mix(sheet, Over(WithoutBackground(vTexCoord, inside), sheet), inside);
     fragColor = mix(clip, Over(sticker, ground), amount);
 }
