@@ -138,6 +138,9 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Waveform Glow",      // a line
         "Background Colour",  // a wall
         "Magic Circle",
+        "Star Flight",  // a sky
+        "Night Sky",
+        "Photo Cloud",  // cards
         "Neon Outline",
         "Sticker Cutout",  // a poster
         "Body Lightning",
