@@ -12,8 +12,8 @@ namespace kelmo {
 ///
 /// Card 0 is the backdrop: its corners at z = -10. Each other card has one place for all of its
 /// vertices, x and y of the picture in -1..1 (y down), z in -1..1, and a number of its own in
-/// 0..1; a direction in -1..1; and the corner of the vertex in -1..1. Chance is drawn from the card's
-/// number: the same picture gives the same cloud.
+/// 0..1; a direction in -1..1; and the corner of the vertex in -1..1. Chance is drawn from the
+/// card's number: the same picture gives the same cloud.
 class PhotoCards {
 public:
     /// Larger grids are made smaller, keeping their shape.

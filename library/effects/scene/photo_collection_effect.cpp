@@ -49,8 +49,7 @@ int32_t NLEOpenGLPhotoCollectionEffect::DoEffect(const FrameRecord&, const Frame
                                                  int32_t frameHeight, int32_t) {
     if (!engine) return kFilterFailed;
     UploadParams();
-    const cv::Size wanted =
-        PhotoCards::GridFor(IntOr("uCount", 0), frameWidth, frameHeight);
+    const cv::Size wanted = PhotoCards::GridFor(IntOr("uCount", 0), frameWidth, frameHeight);
     if (wanted != grid) {
         cv::Mat picture;
         GetMat(picture, first);

@@ -11,10 +11,11 @@ namespace kelmo {
 
 /// The picture dissolves into a cloud of small photo cards in depth.
 ///
-/// Parameter "uCount" (int): cards on the longer side of the frame. The cloud is built from the first
-/// frame that the grid sees and stays until the grid changes. Uniforms: "uMVP" (a camera 2.42 in
-/// front of the cloud's middle), "photoCount" (float) and "photoSize" (array of vec2, 10): the number
-/// and sizes in pixels of the photos, which are the material, from the slot behind the clip on.
+/// Parameter "uCount" (int): cards on the longer side of the frame. The cloud is built from the
+/// first frame that the grid sees and stays until the grid changes. Uniforms: "uMVP" (a camera 2.42
+/// in front of the cloud's middle), "photoCount" (float) and "photoSize" (array of vec2, 10): the
+/// number and sizes in pixels of the photos, which are the material, from the slot behind the clip
+/// on.
 class NLEOpenGLPhotoCollectionEffect : public NLEOpenGLFilter {
 public:
     explicit NLEOpenGLPhotoCollectionEffect(std::shared_ptr<NLEFilterInfo> filterInfo);

@@ -33,10 +33,9 @@ void StarPoints::Detect(const cv::Mat& gray, int32_t amount) {
             const cv::Point corner(column * tile.width, row * tile.height);
             cv::FAST(gray(cv::Rect(corner, tile)), found, threshold, true,
                      cv::FastFeatureDetector::TYPE_9_16);
-            const auto best =
-                std::max_element(found.begin(), found.end(), [](const auto& a, const auto& b) {
-                    return a.response < b.response;
-                });
+            const auto best = std::max_element(
+                found.begin(), found.end(),
+                [](const auto& a, const auto& b) { return a.response < b.response; });
             if (best == found.end()) continue;
             const cv::Point2f place = best->pt + cv::Point2f(corner);
             places[count++] = {place.x / static_cast<float>(gray.cols),

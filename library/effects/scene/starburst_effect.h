@@ -9,8 +9,8 @@
 
 namespace kelmo {
 
-/// Where a picture has its strongest corners: at most one for each tile of a grid of 10 x 10, row by
-/// row from the top, found by the FAST-9 test (Rosten and Drummond, 2006).
+/// Where a picture has its strongest corners: at most one for each tile of a grid of 10 x 10, row
+/// by row from the top, found by the FAST-9 test (Rosten and Drummond, 2006).
 class StarPoints {
 public:
     static constexpr int kTiles = 10;

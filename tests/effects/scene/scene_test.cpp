@@ -28,9 +28,12 @@ TEST(StarPoints, GiveTheStrongestCornerOfATileRowByRow) {
         int level;
         int32_t amount, count;
     } cases[] = {
-        {"two", {{7, 1}, {2, 8}}, 255, 50, 2},      {"every tile's own", {{0, 0}, {9, 9}}, 255, 0, 2},
-        {"too faint", {{3, 3}}, 60, 30, 0},         {"faint ones, too", {{3, 3}}, 60, 100, 1},
-        {"beyond the range", {{3, 3}}, 60, 999, 1}, {"black", {}, 255, 100, 0},
+        {"two", {{7, 1}, {2, 8}}, 255, 50, 2},
+        {"every tile's own", {{0, 0}, {9, 9}}, 255, 0, 2},
+        {"too faint", {{3, 3}}, 60, 30, 0},
+        {"faint ones, too", {{3, 3}}, 60, 100, 1},
+        {"beyond the range", {{3, 3}}, 60, 999, 1},
+        {"black", {}, 255, 100, 0},
     };
     for (const auto& c : cases) {
         StarPoints points;
