@@ -141,6 +141,9 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Star Flight",  // a sky
         "Night Sky",
         "Photo Cloud",  // cards
+        "Snowfall",
+        "Fireflies",
+        "Sand Storm",  // dust
         "Neon Outline",
         "Sticker Cutout",  // a poster
         "Body Lightning",

@@ -30,6 +30,10 @@ inline constexpr const char* kBackGroundAccumulationGuid = "186D593A-3CAF-0AFC-1
 inline constexpr const char* kBackGroundAfterimageGuid = "ACB83110-B1AA-5340-C6B0-F754527248EB";
 inline constexpr const char* kBackGroundQueueAccumGuid = "B45A98DD-5EEA-14E3-9A2F-BF8BBF715305";
 
+/// Particles: a clip's own, and those scattered over it.
+inline constexpr const char* kParticleGuid = "304A470F-3E9B-490F-8E4F-6CF9A83E2192";
+inline constexpr const char* kParticleEmitGuid = "1126AE85-1A80-8A95-5BBB-4B01C61B0B5A";
+
 inline constexpr const char* kFractalNoiseGuid = "D6545134-70B8-4E1A-8669-A11268EA325B";
 inline constexpr const char* kDualKawaseBlurGuid = "5FCCB3C4-83CA-446A-ACCA-08BAE84893D4";
 inline constexpr const char* kMotionBlurGuid = "1CB976CB-FDD7-4669-A06F-D3AFB3A58456";
