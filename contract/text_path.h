@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 
@@ -50,6 +51,29 @@ public:
     virtual uint32_t GetRectColor() = 0;
     /// 8 floats: 4 corners.
     virtual void GetRect(int32_t index, float* corners) = 0;
+    /// 8 floats: the corners of the upright box round path `index`, from the top left, clockwise;
+    /// all 0 for an empty path. A host that has drawn its text larger (an outline, a shadow) gives
+    /// what it has drawn.
+    virtual void GetPathCorners(int32_t index, float* corners);
+    /// 16 floats, column-major: what the host has done to the path beyond its place; without a word
+    /// from the host nothing.
+    virtual void GetPathTransform(int32_t index, float* columns);
 };
+
+inline void TextPath::GetPathCorners(int32_t index, float* corners) {
+    const uint8_t* types = nullptr;
+    const float *xs = nullptr, *ys = nullptr;
+    const int32_t count = GetPath(index, &types, &xs, &ys, 0);
+    std::fill_n(corners, 8, 0.0F);
+    if (count <= 0) return;
+    const auto [left, right] = std::minmax_element(xs, xs + count);
+    const auto [top, bottom] = std::minmax_element(ys, ys + count);
+    const float box[8] = {*left, *top, *right, *top, *right, *bottom, *left, *bottom};
+    std::copy_n(box, 8, corners);
+}
+
+inline void TextPath::GetPathTransform(int32_t, float* columns) {
+    for (int i = 0; i < 16; ++i) columns[i] = i % 5 == 0 ? 1.0F : 0.0F;
+}
 
 }  // namespace kelmo

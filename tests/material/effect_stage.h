@@ -46,6 +46,9 @@ const std::vector<EffectDescription>& AllEffects();
 const EffectDescription& EffectNamed(const std::string& name);
 
 /// Entries that only work inside others; their picture alone means nothing.
+/// `wanted`, the number of cases below which a test over the catalogue proves nothing; 0 while
+/// KELMO_ONLY leaves most of the catalogue out.
+int AtLeast(int wanted);
 bool IsPart(const EffectDescription& effect);
 bool IsTransition(const EffectDescription& effect);
 /// Solid letters, which take the place of the plain ones; they are given a text.

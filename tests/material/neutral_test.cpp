@@ -44,6 +44,8 @@ std::vector<NeutralCase> SpecialCases() {
           "right_downx=1", "right_downy=1"}},
         {"Cross Highlights", {"alpha=0"}},
         {"Face Magnifier", {"magnification=1", "rim=0"}},
+        {"Flip Clock", {"General_opacity=0"}},
+        {"Flip Countdown", {"General_opacity=0"}},
         {"Glow", {"intensity=0"}},
         {"Hallucination", {"filter=0"}},
         {"Heart Highlights", {"alpha=0"}},
@@ -115,6 +117,7 @@ TEST(NeutralValues, LeaveThePictureAsItIs) {
 TEST(NeutralValues, AreKnownForEveryFilterThatHasThem) {
     const std::set<std::string> kWithout = {
         "Fractal Noise",  // draws its own picture
+        "Particle Cube",  // so does this
         "Kaleidoscope",   // folds the picture at any value
         "Pixelate",       // has a least size of the squares
         "Spectrum Bars",  // bars have a foot
@@ -143,7 +146,9 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Photo Cloud",  // cards
         "Snowfall",
         "Fireflies",
-        "Sand Storm",  // dust
+        "Particle Cube",
+        "Flip Clock",
+        "Flip Countdown",
         "Neon Outline",
         "Sticker Cutout",  // a poster
         "Body Lightning",

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "effects/scene/particles/emitted_particles.h"
+#include "effects/scene/particles/particle_lattice.h"
 #include "effects/scene/particles/picture_particles.h"
 #include "tests/effects/support/material_effect.h"
 
@@ -73,6 +74,86 @@ TEST(PictureParticles, AreNewWhenMeanAndDeviationChange) {
     EXPECT_TRUE(particles.Follow(other, 5, 800, 450));
     EXPECT_TRUE(particles.Follow(other, 5, 801, 450));
     EXPECT_TRUE(particles.Follow(other, 5, 450, 800)) << "turned upright";
+}
+
+TEST(ParticleLattice, IsSquareInTheFrameAndNeverTooLarge) {
+    EXPECT_EQ(ParticleLattice::FlatSize(100, 1920, 1080), cv::Size(100, 56));
+    EXPECT_EQ(ParticleLattice::FlatSize(100, 1080, 1920), cv::Size(56, 100));
+    EXPECT_EQ(ParticleLattice::FlatSize(0, 1920, 1080), cv::Size());
+    EXPECT_EQ(ParticleLattice::FlatSize(9, 1920, 0), cv::Size());
+    EXPECT_LE(ParticleLattice::FlatSize(INT32_MAX, 1280, 720).area(), ParticleLattice::kMost);
+    EXPECT_LE(ParticleLattice::FlatSize(INT32_MAX, 1, 90000).area(), ParticleLattice::kMost);
+    const auto box = ParticleLattice::BoxSize({INT32_MAX, INT32_MAX, 3});
+    EXPECT_EQ(box[0] * box[1] * box[2], ParticleLattice::kMost) << "the first one takes it all";
+    EXPECT_EQ(ParticleLattice::BoxSize({4, -1, 7}), cv::Vec3i(0, 0, 0));
+    ParticleLattice lattice;
+    lattice.BuildFlat({4, 2});
+    ASSERT_EQ(lattice.VertexCount(), 48);
+    EXPECT_EQ(lattice.Positions()[3 * 6 * 5], -0.5F) << "second row, second column";
+    EXPECT_EQ(lattice.Positions()[3 * 6 * 5 + 1], 0.0F);
+    lattice.BuildBox({3, 2, 2});
+    ASSERT_EQ(lattice.VertexCount(), 72);
+    const float* const last = lattice.Positions() + 4 * 71;
+    EXPECT_EQ(cv::Vec3f(last), cv::Vec3f(1.0F, 0.5F, 0.5F));
+    EXPECT_EQ(lattice.Corners()[2 * 71], -1.0F);
+    EXPECT_LT(last[3], 1.0F);
+}
+
+TEST(ParticleForm, MovesForItsFramesAndHolds) {
+    test::MaterialEffects effects;
+    auto effect = effects.Make("379593C5-3D85-3708-A285-AF2E96539228");
+    cv::Mat clip(36, 64, CV_8UC4, cv::Scalar::all(99));
+    effect->SetParam("uCount_start", kParamInt, NLEParamValue::Int(16));
+    effect->SetParam("uCount_end", kParamInt, NLEParamValue::Int(32));
+    effect->SetParam("rotate_start_angle", kParamFloat, NLEParamValue::Float(90.0F));
+    auto& own = effects.Engine().Effect(1);
+    const struct {
+        int32_t frames, position, count;
+    } cases[] = {{50, 0, 16}, {50, 25, 24}, {50, 50, 32}, {50, 99, 32}, {0, 7, 16}};
+    for (const auto& c : cases) {
+        effect->SetParam("rotate_frame_count", kParamInt, NLEParamValue::Int(c.frames));
+        ASSERT_EQ(test::DrawFrame(*effect, c.position, test::RecordOf(clip)), kFilterOk);
+        EXPECT_EQ(own.UniformInt("uCount"), c.count);
+        EXPECT_EQ(own.vertexCount, 6 * c.count * (c.count * 36 / 64));
+        EXPECT_EQ(own.blendMode, kBlendAdd);
+        const bool turned = c.count == 16;  // by 90 degrees: x goes into the depth
+        EXPECT_NEAR(own.Uniform("uMVP")[0],
+                    turned          ? 0.0F
+                    : c.count == 32 ? 2.4142F
+                                    : 1.7071F,
+                    1e-3);
+        EXPECT_NEAR(own.Uniform("uMVP")[15], 3.4F, 1e-5) << "the camera's distance";
+    }
+}
+
+TEST(ParticleForm, LaysItsColourBehindInAStage) {
+    test::MaterialEffects effects;
+    auto effect = effects.Make("379593C5-3D85-3708-A285-AF2E96539228");
+    cv::Mat clip(36, 64, CV_8UC4, cv::Scalar::all(99));
+    effect->SetParam("BGColor", kParamInt, NLEParamValue::Int(0x123456));
+    for (const int32_t on : {0, 1}) {
+        effect->SetParam("enableBGColor", kParamInt, NLEParamValue::Int(on));
+        ASSERT_EQ(test::DrawFrame(*effect, 0, test::RecordOf(clip)), kFilterOk);
+        EXPECT_EQ(effects.Engine().Effect(0).renderCount, on);
+    }
+    EXPECT_EQ(effects.Engine().Effect(0).UniformInt("color"), 0x123456);
+}
+
+TEST(FormParticleUnity, TakesItsLightAndItsTurnFromTheParameters) {
+    test::MaterialEffects effects;
+    auto effect = effects.Make("5A2DD7F4-7D9C-841B-3066-3F4ABEC33C4C");
+    auto& own = effects.Engine().Effect(0);
+    effect->SetParam("LightingPoint0Diffuse", kParamInt, NLEParamValue::Int(0xFF8000));
+    effect->SetParam("rotate_x", kParamFloat, NLEParamValue::Float(0.0F));
+    effect->SetParam("rotate_y", kParamFloat, NLEParamValue::Float(90.0F));
+    ASSERT_EQ(test::DrawFrame(*effect, 0, {}), kFilterOk);
+    EXPECT_NEAR(own.Uniform("uLightingPoint0DiffuseColor")[1], 128 / 255.0, 1e-6);
+    EXPECT_NEAR(own.Uniform("uModel")[8], -1.0F, 1e-6) << "the sign of a turn about y is kept";
+    EXPECT_NEAR(own.Uniform("uMVP")[15], 2.6F, 1e-5);
+    EXPECT_EQ(own.vertexCount, 6 * 14 * 14 * 14);
+    effect->SetParam("uParticleInZ", kParamInt, NLEParamValue::Int(0));
+    ASSERT_EQ(test::DrawFrame(*effect, 1, {}), kFilterOk);
+    EXPECT_EQ(own.vertexCount, 0);
 }
 
 /// One frame of an effect over a grey clip whose upper half is black; the vertices drawn.

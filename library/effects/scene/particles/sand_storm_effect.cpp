@@ -12,7 +12,7 @@ namespace {
 
 const bool kRegistered =
     RegisterEffect("NLEOpenGLSandStormEffect", MakeEffect<NLEOpenGLSandStormEffect>,
-                   {"18BA37E8-56EC-648C-33FC-12FEEFE3A151"});
+                   {"SandStorm", "18BA37E8-56EC-648C-33FC-12FEEFE3A151"});
 
 constexpr const char* kTextIsUpdate = "TextIsUpdate";
 constexpr float kSecondsBetweenLayers = 2.0F;

@@ -14,9 +14,10 @@ void PutSquare(vec2 place, vec2 corner, float size) {
     gl_Position = vec4(2.0 * (place + corner * size) / vec2(Aspect(), 1.0), 0.0, 1.0);
 }
 
-// The clip round a place (y up), of a few points: single pixels flicker.
-vec4 ClipRound(vec2 uv) {
-    vec2 d = vec2(0.006 / Aspect(), 0.006);
+// The clip round a place (y up), of a few points `radius` (heights of the frame) away: single pixels
+// flicker.
+vec4 ClipRound(vec2 uv, float radius) {
+    vec2 d = vec2(radius / Aspect(), radius);
     return 0.25 * (textureLod(uInput0, uv + vec2(d.x, d.y), 0.0) +
                    textureLod(uInput0, uv + vec2(-d.x, d.y), 0.0) +
                    textureLod(uInput0, uv + vec2(d.x, -d.y), 0.0) +

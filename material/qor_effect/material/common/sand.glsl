@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// When which place of a picture turns to sand: in the last `duration` seconds, from left to right.
+// When which place of a picture turns to sand: in the last `duration` seconds, from the lee side
+// (right) on.
 #include "frame.glsl"
 #include "noise.glsl"
 
@@ -14,7 +15,7 @@ float SandProgress(float duration) {
 // How long a place (y up) has been sand, in lives of a grain: below 0 not yet, from 1 on gone.
 float SandAge(vec2 uv, float progress) {
     vec2 p = ToHeightUnits(uv);
-    float order = 0.72 * uv.x + 0.28 * (0.6 * ValueNoise(p * 4.0) + 0.4 * ValueNoise(p * 13.0));
+    float order = 0.8 * (1.0 - uv.x) + 0.2 * smoothstep(0.1, 0.9, 0.6 * ValueNoise(p * 4.0) + 0.4 * ValueNoise(p * 13.0));
     return (progress - order * (1.0 - kSandLife)) / kSandLife;
 }
 

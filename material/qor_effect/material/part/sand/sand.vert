@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A picture's grains leave their places, are carried off by the wind and grow thin.
+#include "dot.glsl"
 #include "particle.glsl"
 #include "sand.glsl"
 
@@ -11,12 +12,14 @@ uniform float uDuration;      // seconds
 uniform float uParticleSize;  // thousandths of the frame's height
 
 flat out vec4 vGrain;
+flat out float vPixels;  // radius
 
 void main() {
     vec2 uv = vec2(0.5 + 0.5 * position.x, 0.5 - 0.5 * position.y);
     float age = SandAge(uv, SandProgress(uDuration));
     vTexCoord = 0.5 * texcoord + 0.5;
     vGrain = vec4(0.0);
+    vPixels = 0.0;
     gl_Position = vec4(2.0, 2.0, 0.0, 1.0);
     if (age <= 0.0 || age >= 1.0) return;
     float own = Hash(gl_VertexID / 6);
@@ -27,5 +30,7 @@ void main() {
     float way = age * age * (0.5 + 0.9 * own);
     p += way * (vec2(0.55, 0.16) + 0.9 * gust) + age * 0.16 * eddy;
     vGrain = vec4(color.bgr, smoothstep(0.0, 0.06, age) * (1.0 - age * age));
-    PutSquare(p, texcoord, 0.0005 * uParticleSize * mix(1.0, 0.35, age) * (0.6 + 0.8 * own));
+    float size = 0.0005 * uParticleSize * mix(1.0, 0.35, age) * (0.6 + 0.8 * own);
+    vPixels = size * uResolution.y;
+    PutSquare(p, texcoord, size * DotRoom(vPixels));
 }

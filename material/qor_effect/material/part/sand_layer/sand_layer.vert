@@ -24,7 +24,7 @@ void main() {
     float luck = Hash(int(floor(cycle)) * 8191 + gl_VertexID / 6);
     vec2 uv = vec2(0.5 + 0.5 * position.x, 0.5 - 0.5 * position.y);
     vec2 p = ToHeightUnits(uv);
-    vec4 clip = ClipRound(uv);
+    vec4 clip = ClipRound(uv, 0.006);
     float wave = sin(6.0 * p.y + 2.5 * life + 1.3 * direction.z) * 0.05 + 0.10 * (ValueNoise(p * 5.0 + 3.0 * life) - 0.5);
     vec2 way = vec2((0.35 + 0.65 * luck) * life * (0.4 + 0.6 * life), wave * life + 0.07 * direction.y * life);
     p += way;

@@ -23,7 +23,7 @@ void main() {
     vec2 uv = vec2(0.5 + 0.5 * position.x, 0.5 - 0.5 * position.y);
     vec2 place = ToHeightUnits(uv) + drift * (0.14 * sway + 0.05 * direction.xy * sin(global_time * 0.9 + 9.0 * own));
     // Dust is lit where the clip is.
-    vec4 clip = ClipRound(FromHeightUnits(place));
+    vec4 clip = ClipRound(FromHeightUnits(place), 0.006);
     float phase = fract(global_time * twinkle * (0.16 + 0.2 * own) + 13.0 * own + direction.z);
     float flash = exp(-30.0 * (phase - 0.5) * (phase - 0.5));
     float grain = mix(0.3, 1.0, pow((position.w - 0.01) / 0.15, 2.0));

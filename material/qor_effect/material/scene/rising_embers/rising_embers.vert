@@ -26,7 +26,7 @@ void main() {
     float luck = Hash(lives);
 
     vec2 from = vec2(0.5 + 0.5 * position.x, 0.5 - 0.5 * position.y);
-    vec4 clip = ClipRound(from);
+    vec4 clip = ClipRound(from, 0.006);
     float light = smoothstep(threshold, threshold + 0.25, Luma(clip.rgb));
     vec2 place = ToHeightUnits(from);
     place.y += rise * life * (0.6 + 0.8 * luck);
