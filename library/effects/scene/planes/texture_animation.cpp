@@ -17,6 +17,9 @@ const bool kRegistered =
 constexpr const char* kTextPathParam = "TextPath";
 constexpr const char* kColumnNames[] = {"matrix_column0", "matrix_column1", "matrix_column2",
                                         "matrix_column3"};
+/// The smooth edge of a letter reaches beyond its outline, in pixels.
+constexpr float kSmoothEdge = 1.0F;
+const cv::Point2f kOutwards[] = {{-1.0F, -1.0F}, {1.0F, -1.0F}, {1.0F, 1.0F}, {-1.0F, 1.0F}};
 /// Corners of the two triangles of a quad.
 constexpr int kOrder[] = {2, 3, 0, 2, 0, 1};
 
@@ -63,7 +66,8 @@ void NLEOpenGLTextureAnimation::TakeText(TextPath& text, int32_t frameWidth, int
         text.GetPathTransform(i, transform);
         cv::Point2f quad[4];
         for (int k = 0; k < 4; ++k) {
-            const cv::Point2f at = cv::Point2f(corners[2 * k], corners[2 * k + 1]) + offset;
+            const cv::Point2f edge = kOutwards[k] * kSmoothEdge;
+            const cv::Point2f at = cv::Point2f(corners[2 * k], corners[2 * k + 1]) + edge + offset;
             quad[k] = {at.x / size.x, at.y / size.y};
         }
         PutQuad(quad, transform);
