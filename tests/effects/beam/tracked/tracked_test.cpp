@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include "bindings/ai_effect_lib.h"
+#include "tests/effects/support/material_effect.h"
+
+namespace kelmo {
+namespace {
+
+/// Effects on people whom the test makes up.
+class Tracked : public ::testing::Test {
+protected:
+    Tracked() {
+        NLEAIEffectLib table = NLEAIEffectLib::Stubs();
+        table.createFilter = [this](const char*) { return static_cast<void*>(this); };
+        table.transform = [this](void*, const AIImage& output, const AIImage&, const AIImage&) {
+            if (output.pixels) PaintPerson(output);
+            return 0;
+        };
+        table.getResult = [this](void*, std::shared_ptr<AIDATA::BaseAIDATA>& data) {
+            data = found;
+            return data ? 0 : 1;
+        };
+        SetAIEffectLibForTesting(table);
+    }
+    ~Tracked() override {
+        effect.reset();
+        ForgetAIEffectLibForTesting();
+    }
+    void Make(const char* guid) { effect = effects.Make(guid); }
+    /// Lines that the renderer, the first one made, draws of a frame.
+    int32_t LinesOf(int32_t frame) {
+        effect->Resize(64, 36, 256);  // as the host does in front of every frame
+        EXPECT_EQ(test::DrawFrame(*effect, frame, test::RecordOf(clip)), kFilterOk);
+        return effects.Engine().Effect(0).instanceCount;
+    }
+    void PaintPerson(const AIImage& mask) {
+        cv::Mat picture(mask.height, mask.width, CV_8UC4, mask.pixels,
+                        static_cast<std::size_t>(mask.stride));
+        picture.setTo(cv::Scalar::all(0));
+        picture(cv::Rect(mask.width / 4, mask.height / 4, mask.width / 2, mask.height / 2))
+            .setTo(cv::Scalar::all(255));
+    }
+
+    cv::Mat clip = cv::Mat(36, 64, CV_8UC4, cv::Scalar::all(90));
+    std::shared_ptr<AIDATA::BaseAIDATA> found;
+    test::MaterialEffects effects;
+    std::unique_ptr<NLEOpenGLFilter> effect;
+};
+
+TEST_F(Tracked, EyesHaveRingsAndRaysUnlessTheHeadIsTurned) {
+    Make("91DA9096-BF30-4A12-BCD8-9DC6231EB81D");
+    EXPECT_EQ(LinesOf(0), 1) << "nobody: one clear line";
+    EXPECT_EQ(effects.Engine().Effect(0).Array("uColor")[3], 0.0F);
+    const struct {
+        double yaw;
+        int32_t ray;
+        std::size_t landmarks;
+        int32_t lines;
+    } cases[] = {{10, 0, 106, 16}, {10, 1, 106, 18},  {50, 1, 106, 18},
+                 {51, 1, 106, 16}, {-60, 1, 106, 16}, {0, 1, 77, 1}};
+    for (const auto& c : cases) {
+        auto faces = std::make_shared<AIDATA::HumanFaceInfoMultiDatas>();
+        AIDATA::HumanFaceInfo& face = faces->faces.emplace_back();
+        face.yaw = c.yaw;
+        for (std::size_t i = 0; i < c.landmarks; ++i) {
+            const auto turn = static_cast<float>(i);
+            face.landmarks.emplace_back(0.5F + 0.2F * std::cos(turn), 0.5F + 0.2F * std::sin(turn));
+        }
+        found = faces;
+        effect->SetParam("ray", kParamInt, NLEParamValue::Int(c.ray));
+        EXPECT_EQ(LinesOf(0), c.lines) << c.yaw;
+    }
+}
+
+TEST_F(Tracked, HandsLeaveLoopsOfFifteenPlaces) {
+    Make("169C7E51-637C-07F5-CFD3-C2C4E0BF3ADA");
+    auto people = std::make_shared<AIDATA::HumanPoseDatas>();
+    AIDATA::HumanPose& person = people->persons.emplace_back();
+    person.points.assign(19, {-1.0F, -1.0F});
+    found = people;
+    for (int32_t frame = 0; frame < 20; ++frame) {
+        const auto step = static_cast<float>(frame);
+        person.points[10] = {0.02F * step, 0.5F + 0.1F * std::sin(step)};
+        const int32_t places = std::min(frame + 1, 15);
+        EXPECT_EQ(LinesOf(frame), places < 3 ? 1 : places) << frame;
+    }
+    person.points[9] = {0.5F, 0.5F};
+    person.points[10] = {-1.0F, 0.5F};
+    EXPECT_EQ(LinesOf(20), 14) << "one hand is lost, the other has one place";
+    person.points[9] = {NAN, 3e30F};
+    EXPECT_EQ(LinesOf(21), 13);
+}
+
+TEST_F(Tracked, OutlinesGatherUntilAJump) {
+    Make("674B7187-FC2C-E9EA-E024-5A2DCDA57AEA");
+    test::EffectRecord& gathered = effects.Engine().Effect(1);
+    const struct {
+        int32_t frame;
+        bool anew;
+    } cases[] = {{0, true}, {1, false}, {6, false}, {12, true}, {7, false}, {1, true}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(LinesOf(c.frame), 3) << "a rectangle, open";
+        EXPECT_EQ(gathered.InputAt(1).kind,
+                  c.anew ? test::EffectRecord::Input::kImage : test::EffectRecord::Input::kTexture)
+            << c.frame;
+    }
+    EXPECT_EQ(effects.Engine().Effect(2).inputs.size(), 2U);
+}
+
+}  // namespace
+}  // namespace kelmo
