@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include "bindings/ai_effect_lib.h"
+#include "effects/beam/tracked/beam_particle_effect.h"
 #include "tests/effects/support/material_effect.h"
 
 namespace kelmo {
@@ -106,6 +110,34 @@ TEST_F(Tracked, OutlinesGatherUntilAJump) {
             << c.frame;
     }
     EXPECT_EQ(effects.Engine().Effect(2).inputs.size(), 2U);
+}
+
+TEST(BeamParticles, AreTheBrightPixelsInTheirStraightColour) {
+    test::MaterialEffects effects;
+    auto effect = effects.Make("A93A0D45-C9CA-4891-952D-91600DE288B1");
+    test::EffectRecord& lines = effects.Engine().Effect(0);
+    test::EffectRecord& own = effects.Engine().Effect(1);
+    cv::Mat clip(308, 548, CV_8UC4, cv::Scalar::all(0));  // of the working size
+    const auto draw = [&] {
+        EXPECT_EQ(test::DrawFrame(*effect, 0, test::RecordOf(clip)), kFilterOk);
+        return lines.instanceCount;
+    };
+    EXPECT_EQ(draw(), 0);
+    EXPECT_EQ(own.UniformFloat("uBoundLeftX"), -1.0F);
+    EXPECT_EQ(own.UniformFloat("uBoundRightX"), -1.0F);
+    clip(cv::Rect(137, 10, 4, 3)).setTo(cv::Scalar(20, 40, 60, 120));
+    clip(cv::Rect(411, 200, 1, 2)).setTo(cv::Scalar::all(255));  // two pixels make no line
+    EXPECT_EQ(draw(), 12);
+    EXPECT_NEAR(own.UniformFloat("uBoundLeftX"), -0.5F, 1e-6);
+    EXPECT_NEAR(lines.UniformFloat("uBoundRightX"), 412 / 274.0 - 1, 1e-5);
+    const std::vector<float> colors = lines.Array("uColor");
+    EXPECT_NEAR(colors[0], 0.5F, 0.01F) << "red first";
+    EXPECT_NEAR(colors[2], 0.1667F, 0.01F);
+    EXPECT_EQ(lines.Array("uProgressRange")[0], 0.0F);
+    EXPECT_EQ(lines.Array("uProgressRange")[2 * 11 + 1], 1.0F);
+    clip.setTo(cv::Scalar::all(255));
+    EXPECT_LE(draw(), BeamParticleEffect::kMostParticles) << "not every pixel";
+    EXPECT_GT(lines.instanceCount, BeamParticleEffect::kMostParticles / 2);
 }
 
 }  // namespace
