@@ -23,6 +23,8 @@ inline constexpr const char* kBeam3DGuid = "0CA7BF5C-C3E5-4BF9-B32E-DDB6FA3D230B
 inline constexpr const char* kBeamEclosionGuid = "C64ECC4D-F39E-77BB-673E-F9B7387C49FD";
 /// Outlines gathered over time.
 inline constexpr const char* kBeamAccumGuid = "9307DDCB-3D35-6E93-B108-D38A71A7361F";
+/// A ring of noise on a tilted card.
+inline constexpr const char* kBeamShapeNoiseGuid = "2626CC6E-9F50-78E9-FD00-0BF7E02E6C40";
 /// The default look of the edge flow, and that of eyes and hands.
 inline constexpr const char* kEdgeFlowLookGuid = "A0C9415F-3BD6-8E5C-E553-BE076A275459";
 inline constexpr const char* kTrackedLookGuid = "14ECBC85-F9E7-DB9A-3733-17EE8240A8D6";

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "effects/beam/tracked/head_direction.h"
 #include "framework/filter/effect_registry.h"
 
 namespace kelmo {
@@ -24,17 +25,6 @@ constexpr std::size_t kEyes[2][8] = {{52, 57, 73, 56, 55, 54, 72, 53},
                                      {58, 63, 76, 62, 61, 60, 75, 59}};
 constexpr std::size_t kPupils[2] = {74, 77};
 constexpr std::size_t kLandmarks = 78;
-constexpr double kAside = 50.0;
-constexpr double kRadians = 3.14159265358979323846 / 180.0;
-
-/// Where a head points, seen from the front: of length 1, or nearly 0 when it looks at the viewer.
-cv::Point2f Direction(const AIDATA::HumanFaceInfo& face) {
-    const double pitch = face.pitch * kRadians, yaw = face.yaw * kRadians;
-    cv::Point2d way(-std::sin(yaw), std::cos(yaw) * std::sin(pitch));
-    const double square = way.dot(way);
-    if (square >= 1e-6) way /= std::sqrt(square);
-    return {static_cast<float>(way.x), static_cast<float>(way.y)};
-}
 
 /// A landmark in pixels. What a network gives may lie far outside; nobody sees it there.
 cv::Point2f PixelOf(const std::pair<float, float>& landmark, const cv::Size& size) {
@@ -65,8 +55,8 @@ void NLEOpenGLBeamEyeEffect::MakeLines(const AIImage& frame, const AIImage& inpu
             }
             AddRing(ring);
         }
-        if (!rays || !(std::abs(face.yaw) <= kAside)) continue;
-        const cv::Point2f way = Direction(face);
+        if (!rays || !LooksAhead(face)) continue;
+        const cv::Point2f way = HeadDirection(face);
         for (const std::size_t pupil : kPupils) {
             const cv::Point2f from = PixelOf(face.landmarks[pupil], size);
             AddRay(from, {from.x + static_cast<float>(size.width) * way.x,

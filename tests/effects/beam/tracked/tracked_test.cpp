@@ -112,6 +112,51 @@ TEST_F(Tracked, OutlinesGatherUntilAJump) {
     EXPECT_EQ(effects.Engine().Effect(2).inputs.size(), 2U);
 }
 
+TEST_F(Tracked, ShocksBurstFromTheLastFaceThatLooksAhead) {
+    Make("96564335-3185-B2FB-0588-372C1B84BDE0");
+    auto faces = std::make_shared<AIDATA::HumanFaceInfoMultiDatas>();
+    for (const auto& [yaw, x] :
+         {std::pair(0.0, 0.25F), std::pair(-30.0, 0.5F), std::pair(51.0, 0.9F)}) {
+        AIDATA::HumanFaceInfo& face = faces->faces.emplace_back();
+        face.yaw = yaw;
+        face.landmarks.assign(106, {x, 0.75F});
+    }
+    effect->SetParam("duration", kParamFloat, NLEParamValue::Float(0.019F));  // 20 ticks
+    test::EffectRecord& ring = effects.Engine().Effect(3);
+    test::EffectRecord& own = effects.Engine().Effect(4);
+    EXPECT_EQ(LinesOf(10), 2) << "two halves of a ring";
+    EXPECT_EQ(ring.AttributeValues("position")[0], ring.AttributeValues("position")[6])
+        << "nobody: a card without size";
+    found = faces;
+    EXPECT_EQ(LinesOf(10), 2);
+    EXPECT_EQ(own.Uniform("uCenter"), (std::vector<float>{0.5F, 0.75F}));
+    EXPECT_NEAR(own.Uniform("uFaceVector")[0], 1.0F, 1e-6);
+    EXPECT_NEAR(ring.UniformFloat("shifting"), 0.25F, 1e-5) << "half of its way";
+    EXPECT_NEAR(ring.UniformFloat("scale"), 0.5F * 1.4F + 0.15F, 1e-5);
+    EXPECT_EQ(ring.UniformFloat("center_y"), 0.5F);
+}
+
+TEST(ShapeNoise, TiltsACardThatIsSquareInTheFrame) {
+    test::MaterialEffects effects;
+    auto effect = effects.Make("2626CC6E-9F50-78E9-FD00-0BF7E02E6C40");
+    test::EffectRecord& own = effects.Engine().Effect(3);
+    const struct {
+        float yaw, shifting;
+        float x, y;  // of the first corner
+    } cases[] = {{0, 0, -0.5F * 36 / 64, 0.5F},
+                 {60, 0, -0.25F * 36 / 64, 0.5F},
+                 {90, 0.4F, -0.4F * 36 / 64, 0.5F}};
+    effect->SetParam("scale", kParamFloat, NLEParamValue::Float(0.5F));
+    for (const auto& c : cases) {
+        effect->SetParam("yaw", kParamFloat, NLEParamValue::Float(c.yaw));
+        effect->SetParam("shifting", kParamFloat, NLEParamValue::Float(c.shifting));
+        ASSERT_EQ(test::DrawFrame(*effect, 0, {}), kFilterOk);
+        EXPECT_NEAR(own.AttributeValues("position")[0], c.x, 1e-5) << c.yaw;
+        EXPECT_NEAR(own.AttributeValues("position")[1], c.y, 1e-5) << c.yaw;
+    }
+    EXPECT_EQ(effects.Engine().Effect(0).width, 256) << "whatever the frame";
+}
+
 TEST(BeamParticles, AreTheBrightPixelsInTheirStraightColour) {
     test::MaterialEffects effects;
     auto effect = effects.Make("A93A0D45-C9CA-4891-952D-91600DE288B1");
