@@ -147,6 +147,7 @@ TEST(AClearPicture, StaysClearUnlessTheFilterDrawsItself) {
         "Snowfall",
         "Fireflies",
         "Particle Cube",
+        "Progress Wave",
         "Burning Eyes",
         "Laser Eyes",
         "Light Echo",

@@ -157,6 +157,42 @@ TEST(ShapeNoise, TiltsACardThatIsSquareInTheFrame) {
     EXPECT_EQ(effects.Engine().Effect(0).width, 256) << "whatever the frame";
 }
 
+TEST(SineWave, GrowsOverTheClipOrTheTimeThatIsSet) {
+    test::MaterialEffects effects;
+    auto effect = effects.Make("D6D42170-AB20-4345-9A86-DB13BC6C7ADA");  // 100 frames, 25 a second
+    cv::Mat clip(36, 64, CV_8UC4, cv::Scalar::all(90));
+    test::EffectRecord& line = effects.Engine().Effect(0);
+    const struct {
+        int32_t minute, second, position;
+        float grown;
+    } cases[] = {{0, 0, 0, 0.0F},   {0, 0, 50, 0.5F},  {0, 0, 130, 1.0F},
+                 {0, 8, 50, 0.25F}, {1, 0, 75, 0.05F}, {0, -5, 50, 0.5F}};
+    for (const auto& c : cases) {
+        effect->SetParam("minute", kParamInt, NLEParamValue::Int(c.minute));
+        effect->SetParam("second", kParamInt, NLEParamValue::Int(c.second));
+        ASSERT_EQ(test::DrawFrame(*effect, c.position, test::RecordOf(clip)), kFilterOk);
+        EXPECT_NEAR(line.UniformFloat("uProgressEnd"), c.grown, 1e-5) << c.second;
+        EXPECT_EQ(effects.Engine().Effect(1).InputAt(1).kind,
+                  c.position == 0 ? test::EffectRecord::Input::kImage
+                                  : test::EffectRecord::Input::kTexture);
+    }
+    EXPECT_EQ(line.width, 1920);
+    EXPECT_NEAR(line.Array("uStartEndData")[2], 0.86F, 1e-6);
+}
+
+TEST(CharmBeam, DrawsItsNoiseFirst) {
+    test::MaterialEffects effects;
+    auto effect = effects.Make("50C300CE-1D8B-4677-8374-4D94F8E2D37F");
+    cv::Mat clip(36, 64, CV_8UC4, cv::Scalar::all(90));
+    test::EffectRecord& own = effects.Engine().Effect(1);
+    ASSERT_EQ(test::DrawFrame(*effect, 4, test::RecordOf(clip)), kFilterOk);
+    EXPECT_EQ(own.renderCount, 2);
+    EXPECT_EQ(own.UniformInt("calLayer"), 2);
+    EXPECT_EQ(own.InputAt(0).kind, test::EffectRecord::Input::kImage);
+    EXPECT_EQ(own.InputAt(1).kind, test::EffectRecord::Input::kTexture);
+    EXPECT_EQ(effects.Engine().Effect(0).UniformFloat("contrast"), 3.0F);
+}
+
 TEST(BeamParticles, AreTheBrightPixelsInTheirStraightColour) {
     test::MaterialEffects effects;
     auto effect = effects.Make("A93A0D45-C9CA-4891-952D-91600DE288B1");
