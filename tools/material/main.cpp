@@ -96,7 +96,8 @@ int main(int argc, char** argv) {
         std::string engine =
             (own / KELMO_RELATIVE_PLUGIN_DIR / "TZOpenGLEffectMgr-mesa.so").lexically_normal();
         if (args.size() == 4 && args[2] == "--engine") engine = args[3];
-        return CheckAll(args[1], engine);
+        // Includes are found by their whole paths.
+        return CheckAll(fs::absolute(args[1]).lexically_normal(), engine);
     }
     std::fputs(kUsage, stderr);
     return 2;
