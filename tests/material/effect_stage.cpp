@@ -174,7 +174,7 @@ bool IsPart(const EffectDescription& effect) {
 }
 
 bool IsTitle(const EffectDescription& effect) {
-    return FolderOf(effect).starts_with("text3d/");
+    return effect.Type() == host::EffectType::kText;
 }
 
 bool IsOfTheMoment(const EffectDescription& effect) {

@@ -51,7 +51,7 @@ const EffectDescription& EffectNamed(const std::string& name);
 int AtLeast(int wanted);
 bool IsPart(const EffectDescription& effect);
 bool IsTransition(const EffectDescription& effect);
-/// Solid letters, which take the place of the plain ones; they are given a text.
+/// Entries that draw or move letters; they are given a text.
 bool IsTitle(const EffectDescription& effect);
 /// Entries whose randomness is that of the moment: drawn again, a frame looks different.
 bool IsOfTheMoment(const EffectDescription& effect);

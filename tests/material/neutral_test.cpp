@@ -80,9 +80,12 @@ std::vector<NeutralCase> NeutralCases() {
     for (const NeutralCase& c : cases) special.insert(c.effect);
     for (const EffectDescription& effect : AllEffects()) {
         if (IsTransition(effect) || IsPart(effect) || special.contains(effect.name)) continue;
-        const bool has = std::ranges::any_of(effect.parameters,
-                                             [](const auto& p) { return p.name == "amount"; });
-        if (has) cases.push_back({effect.name, {"amount=0"}});
+        if (IsTitle(effect)) {  // letters that have come
+            if (effect.Parameter("Intro"))
+                cases.push_back({effect.name, {"Intro=0.01", "Outro=0"}});
+        } else if (effect.Parameter("amount")) {
+            cases.push_back({effect.name, {"amount=0"}});
+        }
     }
     return cases;
 }
